@@ -1,0 +1,7 @@
+#include "zel/exceptions/Cloneable.h"
+
+namespace ZEL {
+
+Cloneable::~Cloneable() = default;
+
+} // namespace ZEL

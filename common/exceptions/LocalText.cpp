@@ -1,0 +1,41 @@
+#include "zel/exceptions/LocalText.h"
+
+#include "zel/utils/StringUtils.h"
+
+namespace ZEL::RT {
+
+LocalText::LocalText(const std::string& catalogName, int entryCode, const std::string& entryName,
+                     const std::string& entryText, const std::string& locale)
+    : catalogName_(catalogName), entryText_(entryText), entryCode_(entryCode), entryName_(entryName),
+      entryLocale_(locale) {}
+
+LocalText::LocalText(const std::string& catalogName, int entryCode, const std::string& entryName,
+                     const std::string& entryText)
+    : LocalText(catalogName, entryCode, entryName, entryText, std::string()) {}
+
+LocalText::LocalText(const std::string& catalogName, int entryCode, const std::string& entryText)
+    : LocalText(catalogName, entryCode, StringUtils::ToString(entryCode), entryText) {}
+
+LocalText::LocalText(const ILocalizable& other)
+    : LocalText(other.getCatalogName(), other.getEntryCode(), other.getEntryName(), other.getEntryText(),
+                other.getEntryLocale()) {}
+
+LocalText::LocalText(const LocalText&) = default;
+
+LocalText& LocalText::operator=(const LocalText&) = default;
+
+LocalText::~LocalText() = default;
+
+int LocalText::getEntryCode() const { return entryCode_; }
+
+const std::string& LocalText::getEntryName() const { return entryName_; }
+
+const std::string& LocalText::getCatalogName() const { return catalogName_; }
+
+const std::string& LocalText::getEntryText() const { return entryText_; }
+
+const std::string& LocalText::getEntryLocale() const { return entryLocale_; }
+
+std::string LocalText::toString() const { return entryText_; }
+
+} // namespace ZEL::RT

@@ -1,0 +1,7 @@
+#include "zel/exceptions/Marshallable.h"
+
+namespace ZEL {
+
+Marshallable::~Marshallable() = default;
+
+} // namespace ZEL

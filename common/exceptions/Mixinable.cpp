@@ -1,0 +1,7 @@
+#include "zel/exceptions/Mixinable.h"
+
+namespace ZEL {
+
+Mixinable::~Mixinable() = default;
+
+} // namespace ZEL

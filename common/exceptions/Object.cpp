@@ -1,0 +1,7 @@
+#include "zel/exceptions/Object.h"
+
+namespace ZEL {
+
+Object::~Object() = default;
+
+} // namespace ZEL

@@ -1,0 +1,31 @@
+#include "zel/threads/AtomicInt.h"
+
+#include "zel/threads/Mutex.h"
+#include "zel/threads/MutexGrabber.h"
+
+namespace ZEL::RT {
+
+static_assert(sizeof(AtomicInt) == sizeof(Mutex*) + sizeof(long));
+
+AtomicInt::AtomicInt(long initial) : mutex_(new Mutex), value_(initial) {}
+
+AtomicInt::~AtomicInt() {
+    delete mutex_;
+    mutex_ = nullptr;
+}
+
+AtomicInt* AtomicInt::create(long initial) { return new AtomicInt(initial); }
+
+void AtomicInt::destroy(AtomicInt* counter) { delete counter; }
+
+long AtomicInt::increment() {
+    const MutexGrabber grabber(*mutex_);
+    return ++value_;
+}
+
+long AtomicInt::decrement() {
+    const MutexGrabber grabber(*mutex_);
+    return --value_;
+}
+
+} // namespace ZEL::RT

@@ -1,0 +1,34 @@
+/// @file
+/// ObjectNotFoundException.
+#ifndef ZEL_EXCEPTIONS_OBJECTNOTFOUNDEXCEPTION_H
+#define ZEL_EXCEPTIONS_OBJECTNOTFOUNDEXCEPTION_H
+
+#include <string>
+
+#include "zel/exceptions/ObjectException.h"
+
+namespace ZEL::EXCEPTIONS {
+
+/// An object does not exist.
+class ZEL_API ObjectNotFoundException : public ObjectException {
+public:
+    /// With the message part by part; parameters as for ZelException.
+    ObjectNotFoundException(const std::string& objectType, const std::string& objectName, const char* catalogName,
+                            int entryCode, const char* entryName, const char* entryText, const char* file, int line,
+                            const char* function);
+
+    /// With a catalogued message, borrowed; parameters as for ZelException.
+    ObjectNotFoundException(const std::string& objectType, const std::string& objectName, const RT::ILocalizable* text,
+                            const char* file, int line, const char* function);
+
+    ObjectNotFoundException(const ObjectNotFoundException& other);
+    ~ObjectNotFoundException() override;
+
+    ObjectNotFoundException* clone() const override;
+    bool instanceOf(int code) const override;
+    bool instanceOf(const std::string& name) const override;
+};
+
+} // namespace ZEL::EXCEPTIONS
+
+#endif

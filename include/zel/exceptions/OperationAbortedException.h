@@ -1,0 +1,34 @@
+/// @file
+/// OperationAbortedException.
+#ifndef ZEL_EXCEPTIONS_OPERATIONABORTEDEXCEPTION_H
+#define ZEL_EXCEPTIONS_OPERATIONABORTEDEXCEPTION_H
+
+#include <string>
+
+#include "zel/exceptions/OperationException.h"
+
+namespace ZEL::EXCEPTIONS {
+
+/// A named operation was given up.
+class ZEL_API OperationAbortedException : public OperationException {
+public:
+    /// With the message part by part; parameters as for ZelException.
+    OperationAbortedException(const std::string& operationName, const char* catalogName, int entryCode,
+                              const char* entryName, const char* entryText, const char* file, int line,
+                              const char* function);
+
+    /// With a catalogued message, borrowed; parameters as for ZelException.
+    OperationAbortedException(const std::string& operationName, const RT::ILocalizable* text, const char* file,
+                              int line, const char* function);
+
+    OperationAbortedException(const OperationAbortedException& other);
+    ~OperationAbortedException() override;
+
+    OperationAbortedException* clone() const override;
+    bool instanceOf(int code) const override;
+    bool instanceOf(const std::string& name) const override;
+};
+
+} // namespace ZEL::EXCEPTIONS
+
+#endif
