@@ -55,9 +55,8 @@ std::size_t signLength(std::string_view text, std::size_t at) {
 
 std::size_t scanInteger(std::string_view text) {
     std::size_t at = signLength(text, 0);
-    while (at < text.size() && isDigit(text[at])) {
+    while (at < text.size() && isDigit(text[at]))
         ++at;
-    }
     return at;
 }
 
@@ -99,15 +98,13 @@ template <class Number> bool readNumber(std::string_view text, Number& value) {
     text = skipWhiteSpace(text);
     text = text.substr(0, std::is_integral_v<Number> ? scanInteger(text) : scanFloating(text));
     // A plus sign is the one thing that the stream takes and the conversion does not; what follows it is no sign.
-    if (!text.empty() && text.front() == '+') {
+    if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
-    }
     Number read{};
     const char* const end = text.data() + text.size();
     const std::from_chars_result result = convert(text.data(), end, read);
-    if (result.ec != std::errc() || result.ptr != end) {
+    if (result.ec != std::errc() || result.ptr != end)
         return false;
-    }
     value = read;
     return true;
 }

@@ -1,7 +1,7 @@
 /// @file
 /// Numbers from texts and back, as the classic streams do it, whatever the global locale, and without a stream.
-#ifndef ZEL_UTILS_NUMBERS_H
-#define ZEL_UTILS_NUMBERS_H
+#ifndef ZEL_COMMON_UTILS_NUMBERS_H
+#define ZEL_COMMON_UTILS_NUMBERS_H
 
 #include <string>
 #include <string_view>

@@ -20,9 +20,8 @@ int compareNulls(const char* a, const char* b) { return int{a != nullptr} - int{
 // localtime and gmtime know no year that does not fit an int, and answer null then.
 tm* breakDown(tm* (*convert)(const time_t*), tm* out, const time_t* time) {
     const tm* shared = time != nullptr ? convert(time) : nullptr;
-    if (out == nullptr || shared == nullptr) {
+    if (out == nullptr || shared == nullptr)
         return nullptr;
-    }
     *out = *shared;
     return out;
 }
@@ -30,30 +29,26 @@ tm* breakDown(tm* (*convert)(const time_t*), tm* out, const time_t* time) {
 } // namespace
 
 int vor_safeFreeBuffer(void* buffer) {
-    if (buffer == nullptr) {
+    if (buffer == nullptr)
         return 1;
-    }
     std::free(buffer);
     return 0;
 }
 
 char* vor_safeToLower(const char* text, std::size_t length) {
-    if (text == nullptr || length == SIZE_MAX) {
+    if (text == nullptr || length == SIZE_MAX)
         return nullptr;
-    }
     // A length that falls short of the text must not cost the caller the heap.
     const std::size_t used = std::strlen(text);
     char* copy = static_cast<char*>(std::calloc(std::max(length, used) + 1, 1));
-    if (copy != nullptr) {
+    if (copy != nullptr)
         std::transform(text, text + used, copy, [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    }
     return copy;
 }
 
 char* vor_safeStrcpy(char* dst, std::size_t size, const char* src, std::size_t count) {
-    if (dst == nullptr || src == nullptr || count == 0 || size == 0) {
+    if (dst == nullptr || src == nullptr || count == 0 || size == 0)
         return nullptr;
-    }
     const std::size_t n = std::min(count, size - 1);
     if (n != 0) {
         std::strncpy(dst, src, n);
@@ -63,13 +58,11 @@ char* vor_safeStrcpy(char* dst, std::size_t size, const char* src, std::size_t c
 }
 
 char* vor_safeStrcat(char* dst, std::size_t size, const char* src, std::size_t count) {
-    if (dst == nullptr || src == nullptr || count == 0 || size == 0) {
+    if (dst == nullptr || src == nullptr || count == 0 || size == 0)
         return nullptr;
-    }
     const std::size_t used = ::strnlen(dst, size);
-    if (used == size) {
+    if (used == size)
         return dst;
-    }
     const std::size_t n = std::min(count, size - used - 1);
     if (n != 0) {
         std::strncat(dst + used, src, n);
@@ -79,9 +72,8 @@ char* vor_safeStrcat(char* dst, std::size_t size, const char* src, std::size_t c
 }
 
 int vor_safeSprintf(char* dst, std::size_t, const char* format, ...) {
-    if (dst == nullptr || format == nullptr) {
+    if (dst == nullptr || format == nullptr)
         return -1;
-    }
     va_list args;
     va_start(args, format);
     const int written = std::vsprintf(dst, format, args);
@@ -90,16 +82,14 @@ int vor_safeSprintf(char* dst, std::size_t, const char* format, ...) {
 }
 
 int vor_safeVsprintf(char* dst, std::size_t, std::size_t count, const char* format, va_list args) {
-    if ((dst == nullptr && count != 0) || format == nullptr) {
+    if ((dst == nullptr && count != 0) || format == nullptr)
         return -1;
-    }
     return std::vsnprintf(dst, count, format, args);
 }
 
 char* vor_safeStrtok(char* text, const char* delimiters, char** state) {
-    if (delimiters == nullptr || state == nullptr || (text == nullptr && *state == nullptr)) {
+    if (delimiters == nullptr || state == nullptr || (text == nullptr && *state == nullptr))
         return nullptr;
-    }
     return ::strtok_r(text, delimiters, state);
 }
 
@@ -120,9 +110,8 @@ int vor_safeStrncasecmp(const char* a, const char* b, std::size_t count) {
 }
 
 char* vor_safeStrstr(const char* haystack, const char* needle) {
-    if (haystack == nullptr || needle == nullptr) {
+    if (haystack == nullptr || needle == nullptr)
         return nullptr;
-    }
     return const_cast<char*>(std::strstr(haystack, needle));
 }
 
@@ -139,35 +128,30 @@ int vor_safeCharReplace(char* text, char from, char to) {
 
 char* vor_safeGetenv(char** value, std::size_t* length, const char* name) {
     char* found = name != nullptr && value != nullptr && length != nullptr ? std::getenv(name) : nullptr;
-    if (value != nullptr) {
+    if (value != nullptr)
         *value = found;
-    }
-    if (length != nullptr) {
+    if (length != nullptr)
         *length = found != nullptr ? std::strlen(found) : 0;
-    }
     return found;
 }
 
 void vor_safeGetenvFree(char*) {}
 
 int vor_safeSetenv(const char* name, const char* value) {
-    if (name == nullptr || value == nullptr) {
+    if (name == nullptr || value == nullptr)
         return -1;
-    }
     const std::size_t nameLength = std::strlen(name);
     const std::size_t valueLength = std::strlen(value);
     const std::size_t size = nameLength + valueLength + ASSIGNMENT_EXTRA;
     char* assignment = static_cast<char*>(std::calloc(size, 1));
-    if (assignment == nullptr) {
+    if (assignment == nullptr)
         return -1;
-    }
     vor_safeStrcpy(assignment, size, name, nameLength);
     vor_safeStrcat(assignment, size, "=", 1);
     vor_safeStrcat(assignment, size, value, valueLength);
     const int result = ::putenv(assignment);
-    if (result < 0) {
+    if (result < 0)
         std::free(assignment);
-    }
     return result;
 }
 
