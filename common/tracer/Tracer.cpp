@@ -1,0 +1,85 @@
+#include "zel/tracer/Tracer.h"
+
+#include "zel/threads/Thread.h"
+#include "zel/tracer/TraceWriter.h"
+#include "zel/utils/vor_runtime.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "tracer/TraceParts.h"
+
+namespace ZEL {
+
+namespace {
+
+constexpr std::size_t formattedSize = 1024;
+
+std::string_view orEmpty(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
+
+} // namespace
+
+Tracer::Tracer() : functionName_(nullptr), className_(nullptr), stamped_(false) {}
+
+Tracer::Tracer(const char* function, bool stamped) : Tracer(function, nullptr, 0, stamped) {}
+
+Tracer::Tracer(const char* function, const char* className, int line, bool stamped)
+    : functionName_(function), className_(className), stamped_(stamped) {
+    emit(line, "Entering");
+}
+
+Tracer::~Tracer() {
+    if (functionName_ == nullptr)
+        return;
+    try {
+        emit(0, "Leaving");
+    } catch (...) {
+        // Nobody can be told from here.
+    }
+}
+
+void Tracer::write(const std::string& text, int line) { emit(line, text); }
+
+void Tracer::write(const std::string& a, const std::string& b, int line) { emit(line, a, b); }
+
+void Tracer::writeln(const char* text, int line) { emit(line, orEmpty(text)); }
+
+void Tracer::writeln(const char* a, const char* b, int line) { emit(line, orEmpty(a), orEmpty(b)); }
+
+void Tracer::printf(const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    this->format(0, format, arguments);
+    va_end(arguments);
+}
+
+void Tracer::printf(int line, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    this->format(line, format, arguments);
+    va_end(arguments);
+}
+
+void Tracer::write(const RT::TraceRecord& record) { RT::TraceWriter::write(record); }
+
+RT::TraceParts Tracer::parts(int line, std::string_view head, std::string_view tail) const {
+    const long time = stamped_ ? std::time(nullptr) : 0;
+    const int thread = stamped_ ? static_cast<int>(RT::Thread::myThreadID()) : 0;
+    return {functionName_, className_, line, head, tail, time, thread};
+}
+
+void Tracer::emit(int line, std::string_view head, std::string_view tail) {
+    RT::TraceWriter::write(parts(line, head, tail));
+}
+
+// What cannot be formatted, such as a wide character that the locale lacks, leaves the text written until then.
+void Tracer::format(int line, const char* format, va_list arguments) {
+    char text[formattedSize];
+    text[0] = '\0';
+    if (format != nullptr)
+        vor_safeVsprintf(text, sizeof text, sizeof text, format, arguments);
+    text[formattedSize - 1] = '\0';
+    emit(line, text);
+}
+
+} // namespace ZEL
