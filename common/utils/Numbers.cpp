@@ -1,9 +1,12 @@
-// Reading works in two steps. First the characters are found which the stream would take in: its scan is greedier than
-// the conversion, so that "12e" is taken whole and then refused, where std::from_chars would be content with "12".
-// Then std::from_chars converts exactly these, and must use them up. It knows no locale, rounds correctly and reports
-// what does not fit.
+// An integer is a sign and digits, and no more to it. For a floating-point number the characters are found first that
+// the stream would take in: its scan is greedier than the conversion, so that "12e" is taken whole and then refused,
+// where std::from_chars would be content with "12". Then std::from_chars has to use up exactly these.
+//
+// Integers are converted here, since the standard templates for them bring tables along that bind to one copy in the
+// whole process and so would keep this library from being unloaded.
 #include "utils/Numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <limits>
@@ -20,8 +23,6 @@ namespace {
 
 constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
 constexpr int STREAM_PRECISION = 6;
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 // The C++ library calculates with doubles in the x87 unit, where a product is rounded to 64 bits first and then to 53:
 // the odd short text, such as 37034055e19, would come out one unit off. Rounding to 53 bits at once makes it right.
@@ -43,25 +44,34 @@ private:
 #endif
 };
 
-std::string_view skipWhiteSpace(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(WHITE_SPACE);
-    return start == std::string_view::npos ? std::string_view() : text.substr(start);
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// The length of the sign, if there is one.
+// The length of the sign at a place, if there is one.
 std::size_t signLength(std::string_view text, std::size_t at) {
     return at < text.size() && (text[at] == '+' || text[at] == '-') ? 1 : 0;
 }
 
-std::size_t scanInteger(std::string_view text) {
-    std::size_t at = signLength(text, 0);
-    while (at < text.size() && isDigit(text[at]))
-        ++at;
-    return at;
+template <class Integer> bool readInteger(std::string_view text, Integer& value) {
+    using Magnitude = std::make_unsigned_t<Integer>;
+    const bool negative = !text.empty() && text.front() == '-';
+    const Magnitude limit = static_cast<Magnitude>(std::numeric_limits<Integer>::max()) + Magnitude{negative};
+    text.remove_prefix(signLength(text, 0));
+    if (text.empty() || !isDigit(text.front()))
+        return false;
+    Magnitude magnitude = 0;
+    for (std::size_t at = 0; at < text.size() && isDigit(text[at]); ++at) {
+        const auto digit = static_cast<Magnitude>(text[at] - '0');
+        if (magnitude > (limit - digit) / 10)
+            return false;
+        magnitude = magnitude * 10 + digit;
+    }
+    value = static_cast<Integer>(negative ? Magnitude{0} - magnitude : magnitude);
+    return true;
 }
 
-// One decimal point ahead of the exponent, one exponent behind a digit; a sign directly behind the "e" belongs to it.
-std::size_t scanFloating(std::string_view text) {
+// What the stream takes in: one decimal point ahead of the exponent, one exponent behind a digit; a sign directly
+// behind the "e" belongs to it.
+std::string_view scanFloating(std::string_view text) {
     bool digits = false;
     bool point = false;
     bool exponent = false;
@@ -79,52 +89,63 @@ std::size_t scanFloating(std::string_view text) {
             break;
         }
     }
-    return at;
+    return text.substr(0, at);
 }
 
-std::from_chars_result convert(const char* begin, const char* end, double& value) {
-    [[maybe_unused]] const DoubleRounding rounding;
-    return std::from_chars(begin, end, value);
-}
-
-// Also for float, whose products fit the x87 unit whole.
-template <class Number> std::from_chars_result convert(const char* begin, const char* end, Number& value) {
-    return std::from_chars(begin, end, value);
-}
-
-} // namespace
-
-template <class Number> bool readNumber(std::string_view text, Number& value) {
-    text = skipWhiteSpace(text);
-    text = text.substr(0, std::is_integral_v<Number> ? scanInteger(text) : scanFloating(text));
-    // A plus sign is the one thing that the stream takes and the conversion does not; what follows it is no sign.
+template <class Floating> bool readFloating(std::string_view text, Floating& value) {
+    text = scanFloating(text);
+    // A plus sign is the one thing that the stream takes and the conversion does not.
     if (!text.empty() && text.front() == '+')
         text.remove_prefix(1);
-    Number read{};
     const char* const end = text.data() + text.size();
-    const std::from_chars_result result = convert(text.data(), end, read);
+    Floating read{};
+    [[maybe_unused]] const DoubleRounding rounding;
+    const std::from_chars_result result = std::from_chars(text.data(), end, read);
     if (result.ec != std::errc() || result.ptr != end)
         return false;
     value = read;
     return true;
 }
 
+template <class Unsigned> std::string writeDigits(Unsigned value, unsigned int base, std::string_view prefix) {
+    // Digits come out from the last to the first, and so they are laid down.
+    std::string text;
+    do {
+        text += "0123456789abcdef"[value % base];
+        value /= base;
+    } while (value != 0);
+    text.append(prefix.rbegin(), prefix.rend());
+    std::reverse(text.begin(), text.end());
+    return text;
+}
+
+} // namespace
+
+template <class Number> bool readNumber(std::string_view text, Number& value) {
+    text.remove_prefix(std::min(text.find_first_not_of(WHITE_SPACE), text.size()));
+    if constexpr (std::is_integral_v<Number>)
+        return readInteger(text, value);
+    else
+        return readFloating(text, value);
+}
+
 template <class Number> std::string writeNumber(Number value) {
-    // Room for a sign and the digits of any integer, and for any floating-point number in six digits.
-    char text[std::numeric_limits<long long>::digits10 + 3];
-    if constexpr (std::is_integral_v<Number>) {
-        return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
-    } else {
-        return std::string(
-            text, std::to_chars(text, text + sizeof text, value, std::chars_format::general, STREAM_PRECISION).ptr);
-    }
+    using Magnitude = std::make_unsigned_t<Number>;
+    if (value < 0)
+        return writeDigits(Magnitude{0} - static_cast<Magnitude>(value), 10, "-");
+    return writeDigits(static_cast<Magnitude>(value), 10, "");
+}
+
+template <> std::string writeNumber(double value) {
+    // Sign, digits, point, "e" and an exponent of a sign and three digits.
+    char text[STREAM_PRECISION + 7];
+    const std::to_chars_result end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::general, STREAM_PRECISION);
+    return std::string(text, end.ptr);
 }
 
 std::string writeAddress(const void* address) {
-    const auto number = reinterpret_cast<std::uintptr_t>(address);
-    char text[2 * sizeof number];
-    const std::string digits(text, std::to_chars(text, text + sizeof text, number, 16).ptr);
-    return number == 0 ? digits : "0x" + digits;
+    return writeDigits(reinterpret_cast<std::uintptr_t>(address), 16, address != nullptr ? "0x" : "");
 }
 
 template bool readNumber(std::string_view, int&);
@@ -136,6 +157,5 @@ template std::string writeNumber(int);
 template std::string writeNumber(unsigned int);
 template std::string writeNumber(long);
 template std::string writeNumber(long long);
-template std::string writeNumber(double);
 
 } // namespace ZEL
