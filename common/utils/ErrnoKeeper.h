@@ -1,7 +1,7 @@
 /// @file
 /// Keeps errno for a caller who still has to read it.
-#ifndef ZEL_UTILS_ERRNOKEEPER_H
-#define ZEL_UTILS_ERRNOKEEPER_H
+#ifndef ZEL_COMMON_UTILS_ERRNOKEEPER_H
+#define ZEL_COMMON_UTILS_ERRNOKEEPER_H
 
 #include <cerrno>
 

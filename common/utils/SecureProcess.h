@@ -1,7 +1,7 @@
 /// @file
 /// Whether the environment may be trusted.
-#ifndef ZEL_UTILS_SECUREPROCESS_H
-#define ZEL_UTILS_SECUREPROCESS_H
+#ifndef ZEL_COMMON_UTILS_SECUREPROCESS_H
+#define ZEL_COMMON_UTILS_SECUREPROCESS_H
 
 namespace ZEL {
 

@@ -1,0 +1,7 @@
+#include "zel/utils/IProperties.h"
+
+namespace ZEL::I {
+
+IProperties::~IProperties() = default;
+
+} // namespace ZEL::I

@@ -1,0 +1,223 @@
+// Both forms are written and read in two ways. A subclass is asked property by property through its virtual functions,
+// over copies of what it might change meanwhile. The class itself has nobody to ask: it walks the map and the text
+// directly, in views, so that a store of any size costs one allocation to write and a node with its texts to read.
+#include "zel/utils/PropertiesImpl.h"
+
+#include "zel/exceptions/InvalidArgumentException.h"
+#include "zel/utils/XmlUtils.h"
+
+#include "exceptions/Failure.h"
+#include "utils/XmlScan.h"
+
+#include <iterator>
+#include <string_view>
+#include <typeinfo>
+
+namespace ZEL::RT {
+
+namespace {
+
+using EXCEPTIONS::Failure;
+
+constexpr const char* FILE_NAME = "common/utils/PropertiesImpl";
+constexpr const char* INVALID = "The arguments specified in the operation were invalid";
+
+constexpr Failure RETRIEVE_UNNAMED{-1006, INVALID, 30, "retrieveProperty"};
+constexpr Failure ASSIGN_UNNAMED{-1006, INVALID, 42, "assignProperty"};
+
+constexpr const char* NAME = "name";
+
+// What surrounds name and value in either form; for XML exactly what XmlUtils composes, the two blanks included.
+struct Frame {
+    std::string_view head;
+    std::string_view middle;
+    std::string_view tail;
+};
+constexpr Frame TEXT_FRAME{"", "=", "\n"};
+constexpr Frame XML_FRAME{"<property  name=\"", "\">", "</property>"};
+
+void checkName(std::string_view name, const Failure& failure) {
+    if (name.empty())
+        EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(FILE_NAME, failure);
+}
+
+template <class Map>
+std::string store(const Map& properties, std::string_view head, const Frame& frame, std::string_view tail) {
+    std::size_t size = head.size() + tail.size();
+    for (const auto& [name, value] : properties)
+        size += frame.head.size() + name.size() + frame.middle.size() + value.size() + frame.tail.size();
+
+    std::string text;
+    text.reserve(size);
+    text.append(head);
+    for (const auto& [name, value] : properties)
+        text.append(frame.head).append(name).append(frame.middle).append(value).append(frame.tail);
+    return text.append(tail);
+}
+
+// Hands the property in a line of text form, if it is one, to assign.
+template <class Assign> void readLine(std::string_view line, Assign&& assign) {
+    const std::size_t separator = line.find('=');
+    if (separator != std::string_view::npos)
+        assign(line.substr(0, separator), line.substr(separator + 1));
+}
+
+template <class Assign> void readText(std::string_view text, Assign&& assign) {
+    std::size_t end;
+    while ((end = text.find('\n')) != std::string_view::npos) {
+        readLine(text.substr(0, end), assign);
+        text.remove_prefix(end + 1);
+    }
+    readLine(text, assign);
+}
+
+// An element that the finder gave is what a second search for it in its own text finds, so its value is at hand.
+template <class Assign> void readElements(std::string_view root, Assign&& assign) {
+    ElementFinder finder(PropertiesImpl::PROPERTY, root);
+    for (std::string_view element = finder.next(); !element.empty(); element = finder.next())
+        assign(attributeValue(NAME, element).value_or(""), elementValue(element));
+}
+
+} // namespace
+
+// Assigns to the map like assignProperty, but from views and with the place of the last name at hand: names that come
+// in order cost no search.
+class PropertiesImpl::Merger {
+public:
+    explicit Merger(Map& properties) : properties_(properties), behind_(properties.end()) {}
+
+    void operator()(std::string_view name, std::string_view value) {
+        checkName(name, ASSIGN_UNNAMED);
+        if (!belongsBefore(behind_, name))
+            behind_ = properties_.lower_bound(name);
+        if (behind_ != properties_.end() && behind_->first == name)
+            behind_->second = value;
+        else
+            behind_ = properties_.emplace_hint(behind_, name, value);
+        ++behind_;
+    }
+
+private:
+    // Whether a search for the name would end at that place.
+    bool belongsBefore(Map::const_iterator place, std::string_view name) const {
+        return (place == properties_.begin() || std::prev(place)->first < name) &&
+               (place == properties_.end() || !(place->first < name));
+    }
+
+    Map& properties_;
+    Map::iterator behind_;
+};
+
+const char PropertiesImpl::TAG[] = "properties";
+const char PropertiesImpl::PROPERTY[] = "property";
+
+PropertiesImpl::PropertiesImpl() = default;
+
+PropertiesImpl::~PropertiesImpl() = default;
+
+std::string PropertiesImpl::toString() const { return storeAsText(); }
+
+Vector<std::string> PropertiesImpl::retrievePropertyNames() const {
+    Vector<std::string> names;
+    names.reserve(properties_.size());
+    for (const auto& property : properties_)
+        names.push_back(property.first);
+    return names;
+}
+
+std::string PropertiesImpl::retrieveProperty(const std::string& name, const std::string& defaultValue) const {
+    checkName(name, RETRIEVE_UNNAMED);
+    const auto found = properties_.find(name);
+    return found != properties_.end() ? found->second : defaultValue;
+}
+
+void PropertiesImpl::assignProperty(const std::string& name, const std::string& value) {
+    checkName(name, ASSIGN_UNNAMED);
+    properties_.insert_or_assign(name, value);
+}
+
+void PropertiesImpl::removeProperty(const std::string& name) { properties_.erase(name); }
+
+bool PropertiesImpl::assigned() const { return !properties_.empty(); }
+
+bool PropertiesImpl::empty() const { return properties_.empty(); }
+
+void PropertiesImpl::unmarshal(const std::string& text) {
+    clear();
+    if (XmlUtils::IsXML(text))
+        loadFromXML(text);
+    else
+        loadFromText(text);
+}
+
+std::string PropertiesImpl::marshal() const { return storeAsXML(); }
+
+std::string PropertiesImpl::storeAsText() const {
+    if (!isOverridden())
+        return store(properties_, "", TEXT_FRAME, "");
+    std::string text;
+    for (const std::string& name : PropertiesImpl::retrievePropertyNames())
+        text.append(retrievePropertyAsText(name)).append("\n");
+    return text;
+}
+
+void PropertiesImpl::clear() { properties_.clear(); }
+
+void PropertiesImpl::loadFromText(const std::string& text) {
+    if (!isOverridden())
+        return readText(text, Merger(properties_));
+    const std::string copy = text;
+    readText(copy, [this](std::string_view name, std::string_view value) {
+        assignProperty(std::string(name), std::string(value));
+    });
+}
+
+void PropertiesImpl::assignPropertyFromText(const std::string& line) {
+    readLine(line, [this](std::string_view name, std::string_view value) {
+        assignProperty(std::string(name), std::string(value));
+    });
+}
+
+std::string PropertiesImpl::retrievePropertyAsText(const std::string& name) const {
+    return name + '=' + retrieveProperty(name, std::string());
+}
+
+std::string PropertiesImpl::retrievePropertyAsXML(const std::string& name) const {
+    const std::string value = retrieveProperty(name, std::string());
+    return XmlUtils::ToElement(PROPERTY, value, XmlUtils::ToAttribute(NAME, name));
+}
+
+std::string PropertiesImpl::storeAsXML() const {
+    if (!isOverridden())
+        return store(properties_, "<properties>", XML_FRAME, "</properties>");
+    std::string elements;
+    for (const std::string& name : PropertiesImpl::retrievePropertyNames())
+        elements.append(retrievePropertyAsXML(name));
+    return XmlUtils::ToElement(TAG, elements);
+}
+
+void PropertiesImpl::assignPropertyFromXML(const std::string& element) {
+    const std::string name = XmlUtils::GetAttributeValue(NAME, element, std::string());
+    assignProperty(name, XmlUtils::GetElementValue(PROPERTY, element));
+}
+
+void PropertiesImpl::loadFromXML(const std::string& xml) {
+    const std::string_view root = ElementFinder(TAG, xml).next();
+    if (!isOverridden())
+        return readElements(root, Merger(properties_));
+    const std::string copy(root);
+    readElements(copy, [this](std::string_view name, std::string_view value) {
+        assignProperty(std::string(name), std::string(value));
+    });
+}
+
+// Whether there may be a subclass that wants to be asked.
+bool PropertiesImpl::isOverridden() const { return typeid(*this) != typeid(PropertiesImpl); }
+
+} // namespace ZEL::RT
+
+namespace ZEL {
+
+RT::SmartPointer<I::IProperties> createProperties() { return RT::SmartPointer<I::IProperties>(new RT::PropertiesImpl); }
+
+} // namespace ZEL

@@ -1,0 +1,179 @@
+#include "zel/utils/StringUtils.h"
+
+#include "zel/exceptions/InvalidArgumentException.h"
+
+#include "exceptions/Failure.h"
+#include "utils/Numbers.h"
+#include "utils/Shred.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstring>
+
+namespace ZEL::RT {
+
+namespace {
+
+using EXCEPTIONS::Failure;
+
+constexpr const char* FILE_NAME = "common/utils/StringUtils";
+constexpr const char* UNREADABLE = "The input string cannot be converted to an integer";
+
+constexpr Failure AS_INTEGER{-1009, UNREADABLE, 58, "AsInteger"};
+constexpr Failure AS_DOUBLE{-1009, UNREADABLE, 68, "AsDouble"};
+constexpr Failure AS_FLOAT{-1009, UNREADABLE, 77, "AsFloat"};
+constexpr Failure AS_LONG{-1009, UNREADABLE, 86, "AsLong"};
+constexpr Failure AS_INT64{-1009, UNREADABLE, 95, "AsInt64"};
+
+// What a conversion holds as long as no number was read. Callers of AsTimeT know it.
+constexpr int NOTHING_READ = -911;
+
+constexpr const char* TRIMMED = " \r\n";
+
+template <class Number> Number asNumber(const std::string& text, const Failure& failure) {
+    Number value = NOTHING_READ;
+    readNumber(text, value);
+    if ((value == 0 && text != "0") || value == NOTHING_READ)
+        EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(FILE_NAME, failure);
+    return value;
+}
+
+template <int (*convert)(int)> std::string convertBytes(const std::string& text) {
+    std::string result = text;
+    for (char& c : result)
+        c = static_cast<char>(convert(static_cast<unsigned char>(c)));
+    return result;
+}
+
+bool isUnwanted(char c) { return (c >= 1 && c <= 31 && c != '\n' && c != '\r') || c == 127; }
+
+// The pieces of text; find gives the first delimiter in a range, or the range's end.
+template <class Find> std::vector<std::string> split(const std::string& text, Find find) {
+    const char* const end = text.data() + text.size();
+    std::size_t delimiters = 0;
+    for (const char* at = find(text.data(), end); at != end; at = find(at + 1, end))
+        ++delimiters;
+
+    std::vector<std::string> pieces;
+    pieces.reserve(delimiters + 1);
+    const char* start = text.data();
+    for (; delimiters != 0; --delimiters) {
+        const char* const delimiter = find(start, end);
+        pieces.emplace_back(start, delimiter);
+        start = delimiter + 1;
+    }
+    pieces.emplace_back(start, end);
+    return pieces;
+}
+
+} // namespace
+
+bool StringUtils::StartsWith(const std::string& text, const std::string& prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+bool StringUtils::EndsWith(const std::string& text, const std::string& suffix) {
+    return text.size() >= suffix.size() && text.compare(text.size() - suffix.size(), suffix.size(), suffix) == 0;
+}
+
+bool StringUtils::Matches(const std::string& text, const std::string& pattern) {
+    return pattern.empty() || text == pattern;
+}
+
+int StringUtils::AsInteger(const std::string& text) { return asNumber<int>(text, AS_INTEGER); }
+
+double StringUtils::AsDouble(const std::string& text) { return asNumber<double>(text, AS_DOUBLE); }
+
+float StringUtils::AsFloat(const std::string& text) { return asNumber<float>(text, AS_FLOAT); }
+
+long StringUtils::AsLong(const std::string& text) { return asNumber<long>(text, AS_LONG); }
+
+std::int64_t StringUtils::AsInt64(const std::string& text) { return asNumber<std::int64_t>(text, AS_INT64); }
+
+std::time_t StringUtils::AsTimeT(const std::string& text) {
+    std::time_t value = NOTHING_READ;
+    readNumber(text, value);
+    return value;
+}
+
+bool StringUtils::AsBoolean(const std::string& text) {
+    const std::string lowered = ToLowercase(text);
+    if (StartsWith("yes", lowered) || StartsWith("true", lowered))
+        return true;
+    if (StartsWith("no", lowered) || StartsWith("false", lowered))
+        return false;
+    return AsInteger(lowered) != 0;
+}
+
+std::string StringUtils::ToUppercase(const std::string& text) { return convertBytes<std::toupper>(text); }
+
+std::string StringUtils::ToLowercase(const std::string& text) { return convertBytes<std::tolower>(text); }
+
+std::string StringUtils::Trim(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(TRIMMED);
+    if (first == std::string::npos)
+        return std::string();
+    return text.substr(first, text.find_last_not_of(TRIMMED) + 1 - first);
+}
+
+void StringUtils::Trim(std::string& text) {
+    // With nothing to keep, the position is the last one there is, and one more is 0.
+    text.erase(text.find_last_not_of(TRIMMED) + 1);
+    text.erase(0, text.find_first_not_of(TRIMMED));
+}
+
+void StringUtils::Sanitize(std::string& text) {
+    text.erase(std::remove_if(text.begin(), text.end(), isUnwanted), text.end());
+}
+
+void StringUtils::shredString(std::string& text) {
+    // Within its capacity the text moves nowhere, so this reaches every byte that it has ever used where it is.
+    text.resize(text.capacity());
+    shred(text.data(), text.size());
+    text.assign(1, ' ');
+}
+
+std::vector<std::string> StringUtils::Tokenize(const std::string& text, const std::string& delimiters) {
+    if (delimiters.size() == 1) {
+        return split(text, [wanted = delimiters.front()](const char* begin, const char* end) {
+            const void* found = std::memchr(begin, wanted, static_cast<std::size_t>(end - begin));
+            return found != nullptr ? static_cast<const char*>(found) : end;
+        });
+    }
+    std::array<bool, 256> wanted{};
+    for (const char c : delimiters)
+        wanted[static_cast<unsigned char>(c)] = true;
+    return split(text, [&wanted](const char* begin, const char* end) {
+        return std::find_if(begin, end, [&wanted](char c) { return wanted[static_cast<unsigned char>(c)]; });
+    });
+}
+
+std::string StringUtils::ToString(unsigned int value) { return writeNumber(value); }
+
+std::string StringUtils::ToString(int value) { return writeNumber(value); }
+
+std::string StringUtils::ToString(long value) { return writeNumber(value); }
+
+std::string StringUtils::ToString(long long value) { return writeNumber(value); }
+
+std::string StringUtils::ToString(float value) { return writeNumber(double{value}); }
+
+std::string StringUtils::ToString(double value) { return writeNumber(value); }
+
+std::string StringUtils::ToString(const void* value) { return writeAddress(value); }
+
+std::string StringUtils::ToLocation(const char* className, const char* function, int line) {
+    if (className == nullptr && function == nullptr)
+        return "Unknown Location";
+    std::string location;
+    if (className != nullptr)
+        location.append(className).append("::");
+    if (function != nullptr)
+        location.append(function).append("()");
+    if (line > 0)
+        location.append(" @").append(writeNumber(line));
+    return location;
+}
+
+} // namespace ZEL::RT
