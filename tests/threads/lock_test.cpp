@@ -1,0 +1,131 @@
+#include "zel/vor.h"
+#include "zel/zel.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <thread>
+
+#include "support/LockFault.h"
+
+using ZEL::EXCEPTIONS::LockException;
+using ZEL::RT::AtomicInt;
+
+namespace {
+
+TEST(FlatMutex, NullHasItsOwnCode) {
+    EXPECT_EQ(vor_initializeMutex(nullptr), -41);
+    EXPECT_EQ(vor_createMutex(nullptr), -41);
+    EXPECT_EQ(vor_destroyMutex(nullptr), -41);
+    EXPECT_EQ(::pthread_mutex_t{}.__data.__kind, PTHREAD_MUTEX_NORMAL);
+    void* none = nullptr;
+    vor_deleteMutex(nullptr);
+    vor_deleteMutex(&none);
+}
+
+TEST(FlatMutex, IsRecursiveMadeOnceAndKeptWhileLocked) {
+    void* mutex = nullptr;
+    ASSERT_EQ(vor_createMutex(&mutex), 0);
+    void* const first = mutex;
+    EXPECT_EQ(vor_lockMutex(mutex), 0);
+    EXPECT_EQ(vor_createMutex(&mutex), 0);
+    EXPECT_EQ(vor_lockMutex(mutex), 0);
+    std::thread([=] { EXPECT_EQ(vor_unlockMutex(mutex), EPERM) << "another thread's mutex"; }).join();
+    EXPECT_EQ(vor_unlockMutex(mutex), 0);
+    vor_deleteMutex(&mutex);
+    EXPECT_EQ(mutex, first) << "still locked once";
+    EXPECT_EQ(vor_unlockMutex(mutex), 0);
+    EXPECT_EQ(vor_unlockMutex(mutex), EPERM);
+    vor_deleteMutex(&mutex);
+    EXPECT_EQ(mutex, nullptr);
+}
+
+// Code, text and place of a lock failure.
+template <class Action> std::string failureOf(Action action) {
+    try {
+        action();
+    } catch (const LockException& e) {
+        return std::to_string(e.getEntryCode()) + '|' + e.what() + '|' + e.getExecutionPoint();
+    }
+    return "nothing";
+}
+
+TEST(Mutex, FailuresNameTheirPlace) {
+    ZEL::Mutex mutex;
+    {
+        const LockFault fault(LockFault::Locking);
+        EXPECT_EQ(failureOf([&] { mutex.lock(5); }),
+                  "-1012|Mutex::lock() - Could not lock mutex|common/threads/Mutex::lock() @35");
+        EXPECT_EQ(failureOf([&] { ZEL::MutexGrabber grabber(mutex); }),
+                  "-1012|Mutex::lock() - Could not lock mutex|common/threads/Mutex::lock() @35");
+    }
+    EXPECT_EQ(failureOf([&] { mutex.unlock(); }),
+              "-1013|Muttex::unlock() - Could not unlock mutex|common/threads/Mutex::unlock() @44");
+    EXPECT_EQ(mutex.lock(0), 0);
+    {
+        const ZEL::MutexGrabber again(mutex);
+        const LockFault fault(LockFault::Unlocking);
+        EXPECT_NE(failureOf([&] { mutex.unlock(); }), "nothing");
+    }
+    EXPECT_EQ(mutex.unlock(), 0);
+}
+
+TEST(Tracing, AFailingLockPassesOutOnce) {
+    ZEL::Tracer("made before the fault", false);
+    const LockFault fault(LockFault::Locking);
+    const int before = LockFault::attempts();
+    EXPECT_THROW(ZEL::Tracer("traced", false), LockException);
+    EXPECT_EQ(LockFault::attempts() - before, 1) << "the failure traced itself and met its own lock again";
+}
+
+TEST(Semaphore, CountsFromZeroAndReleasesAtLeastOnce) {
+    ZEL::Semaphore semaphore(7, 9);
+    EXPECT_EQ(semaphore.release(0), 0);
+    EXPECT_EQ(semaphore.release(2), 0);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(semaphore.acquire(0));
+    sem_t* native = reinterpret_cast<sem_t*>(&semaphore);
+    int count = -1;
+    ::sem_getvalue(native, &count);
+    EXPECT_EQ(count, 0);
+}
+
+TEST(Semaphore, ASignalDoesNotEndTheWait) {
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    ::sigaction(SIGUSR1, &action, nullptr);
+    ZEL::Semaphore ready(0, 0);
+    ZEL::Semaphore semaphore(0, 0);
+    bool acquired = false;
+    std::thread waiting([&] {
+        ready.release(1);
+        acquired = semaphore.acquire(0);
+    });
+    ready.acquire(0);
+    for (int i = 0; i < 100; ++i) {
+        ::pthread_kill(waiting.native_handle(), SIGUSR1);
+        std::this_thread::yield();
+    }
+    semaphore.release(1);
+    waiting.join();
+    EXPECT_TRUE(acquired);
+}
+
+TEST(AtomicInt, CountsAcrossThreads) {
+    AtomicInt* const counter = AtomicInt::create(41);
+    EXPECT_EQ(counter->increment(), 42);
+    EXPECT_EQ(counter->decrement(), 41);
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] {
+            for (int j = 0; j < 1000; ++j)
+                counter->increment();
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(counter->increment(), 4042);
+    AtomicInt::destroy(counter);
+    AtomicInt::destroy(nullptr);
+}
+
+} // namespace

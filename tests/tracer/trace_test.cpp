@@ -1,0 +1,278 @@
+#include "zel/zel.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <ctime>
+#include <thread>
+
+#include "support/CapturedTrace.h"
+#include "support/TemporaryDirectory.h"
+
+using ZEL::Tracer;
+using ZEL::RT::TraceRecord;
+using namespace ZEL::TRACE;
+
+namespace {
+
+std::string stamp() {
+    return " Thread " + std::to_string(static_cast<int>(ZEL::RT::Thread::myThreadID()));
+}
+
+TEST(TraceRecord, LineHasThePartsThatAreKnown) {
+    Tracer both("op", "Class", 0, false);
+    Tracer onlyClass(nullptr, "Class", 0, false);
+    Tracer neither(nullptr, nullptr, 0, false);
+    const struct {
+        TraceRecord record;
+        const char* line;
+    } rows[] = {
+        {{both, 42, "text"}, " Class::op() @42: text"},
+        {{both, 0, "text"}, " Class::op(): text"},
+        {{both, -3, "a", "b"}, " Class::op(): ab"},
+        {{onlyClass, 1, ""}, " Class:: @1: "},
+        {{neither, 7, "text"}, ": text"}, // a line is only shown within a location
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.record.toString(), row.line);
+
+    const long before = std::time(nullptr);
+    const std::string line = TraceRecord("op", nullptr, 9, "text").toString();
+    const long after = std::time(nullptr);
+    const std::string rest = stamp() + " op() @9: text";
+    EXPECT_TRUE(line == ZEL::Date::getShortString(before) + rest || line == ZEL::Date::getShortString(after) + rest)
+        << line;
+}
+
+TEST(Tracer, WritesWhatItIsGiven) {
+    const CapturedTrace trace;
+    {
+        Tracer quiet;
+        quiet.write("w", 1);
+        Tracer tracer("op", "Class", 5, false);
+        tracer.write("a", 2);
+        tracer.write("a", "b", 3);
+        tracer.writeln("c", 4);
+        tracer.writeln("c", nullptr, 0);
+        tracer.printf("%s-%d", "f", 6);
+        tracer.printf(7, "%c", 'g');
+        tracer.write(TraceRecord(Tracer("other", false), 8, "h"));
+    }
+    EXPECT_EQ(trace.text(), ": w\n Class::op() @5: Entering\n Class::op() @2: a\n Class::op() @3: ab\n"
+                            " Class::op() @4: c\n Class::op(): c\n Class::op(): f-6\n Class::op() @7: g\n"
+                            " other(): Entering\n other(): Leaving\n other() @8: h\n Class::op(): Leaving\n");
+}
+
+TEST(Tracer, FormattedTextIsCut) {
+    for (const std::size_t length : {0U, 1022U, 1023U, 1024U, 5000U}) {
+        const CapturedTrace trace;
+        const std::string text(length, 'x');
+        Tracer().printf("%s", text.c_str());
+        EXPECT_EQ(trace.text(), ": " + text.substr(0, 1023) + "\n");
+    }
+}
+
+TEST(TraceWriter, RingKeepsTheLast256InOrder) {
+    for (const int count : {1, 255, 256, 257, 300, 1000}) {
+        { const CapturedTrace drained; }
+        std::string expected;
+        for (int i = 0; i < count; ++i) {
+            // Texts of all lengths, so that slots shrink and grow.
+            const std::string text = std::to_string(i) + std::string(static_cast<std::size_t>(i * 37 % 2000), '.');
+            Tracer().write(text, 0);
+            if (i >= count - 256)
+                expected += ": " + text + "\n";
+        }
+        std::ostringstream out;
+        setTraceToStream(&out);
+        setTraceDefault();
+        EXPECT_EQ(out.str(), expected);
+    }
+}
+
+std::string calledBack;
+int callBack(const char* text, int length) {
+    calledBack += std::string(text) + "/" + std::to_string(length) + ";";
+    return 17;
+}
+
+TEST(TraceWriter, CallbackGetsTextAndLength) {
+    { const CapturedTrace drained; }
+    Tracer().write("kept", 0);
+    setTraceCallback(callBack);
+    Tracer().write("printed", 0);
+    setTraceDefault();
+    EXPECT_EQ(calledBack, ": kept/6;: printed/9;");
+}
+
+TEST(TraceWriter, FileIsEmptiedClosedAndLostWhenItCannotBeOpened) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.file("trace", "old contents");
+    { const CapturedTrace drained; }
+    setTraceToFile(path.c_str());
+    Tracer().write("one", 0);
+    EXPECT_EQ(directory.contents(path), ": one\n") << "every line is flushed";
+    setTraceToFile(directory.path("missing/trace").c_str());
+    Tracer().write("lost", 0);
+    setTraceToFile(nullptr);
+    Tracer().write("lost too", 0);
+    setTraceDefault();
+    Tracer().write("two", 0);
+    setTraceToFile(path.c_str());
+    setTraceDefault();
+    EXPECT_EQ(directory.contents(path), ": two\n");
+}
+
+TEST(TraceWriter, StreamSettingsOfTheCallerDoNotShow) {
+    std::ostringstream out;
+    setTraceToStream(&out);
+    out.str("");
+    out.width(30);
+    Tracer().write("plain", 0);
+    setTraceToStream(nullptr);
+    Tracer().write("lost", 0);
+    setTraceCallback(nullptr);
+    Tracer().write("lost", 0);
+    setTraceDefault();
+    EXPECT_EQ(out.str(), ": plain\n");
+}
+
+int traceFromCallback(const char*, int) {
+    ++*calledBack.begin();
+    Tracer("nested", true).printf("dropped");
+    ZEL::RT::TraceWriter::getInstance()->flushRingBuffer();
+    return 0;
+}
+
+TEST(TraceWriter, ACallbackThatTracesIsNotCalledForIt) {
+    { const CapturedTrace drained; }
+    calledBack = "a";
+    setTraceCallback(traceFromCallback);
+    Tracer().write("one", 0);
+    setTraceDefault();
+    EXPECT_EQ(calledBack, "b");
+}
+
+int switchBack(const char*, int) {
+    setTraceDefault();
+    return 0;
+}
+
+TEST(TraceWriter, ACallbackMaySwitchWhileAnotherThreadDoes) {
+    { const CapturedTrace drained; }
+    std::thread other([] {
+        for (int i = 0; i < 2000; ++i)
+            setTraceCallback(switchBack);
+    });
+    for (int i = 0; i < 2000; ++i)
+        Tracer().write("x", 0);
+    other.join();
+    setTraceDefault();
+}
+
+int throwing(const char*, int) { throw std::runtime_error("callback"); }
+
+TEST(TraceWriter, WhatACallbackThrowsPassesOutWithLocksReleased) {
+    { const CapturedTrace drained; }
+    setTraceCallback(throwing);
+    EXPECT_THROW(Tracer("op", false), std::runtime_error);
+    setTraceDefault();
+    {
+        Tracer tracer("op", false);
+        EXPECT_THROW(setTraceCallback(throwing), std::runtime_error);
+        EXPECT_THROW(tracer.write("x", 0), std::runtime_error);
+    } // leaves in silence
+    std::thread([] { setTraceDefault(); }).join();
+}
+
+TEST(TraceWriter, ErrnoIsLeftAlone) {
+    const TemporaryDirectory directory;
+    errno = EXDEV;
+    setTraceToFile(directory.path("missing/trace").c_str());
+    Tracer("op", true).printf("%d", 1);
+    setTraceDefault();
+    EXPECT_EQ(errno, EXDEV);
+}
+
+TEST(TraceWriter, LinesOfThreadsAreWhole) {
+    const CapturedTrace trace;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([] {
+            for (int j = 0; j < 200; ++j)
+                Tracer().write(std::string(50, 'y'), 0);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    std::string expected;
+    for (int i = 0; i < 800; ++i)
+        expected += ": " + std::string(50, 'y') + "\n";
+    EXPECT_EQ(trace.text(), expected);
+}
+
+TEST(TraceWriter, CancellationDoesNotCutALine) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("trace");
+    setTraceToFile(path.c_str());
+    const auto traceOn = [](void* running) -> void* {
+        while (true) {
+            Tracer("cancelled while tracing", false);
+            static_cast<ZEL::Semaphore*>(running)->release(1);
+            ::pthread_testcancel();
+        }
+    };
+    for (int i = 0; i < 30; ++i) {
+        ZEL::Semaphore running(0, 0);
+        ZEL::RT::Thread thread(traceOn, &running);
+        ASSERT_EQ(thread.start(), 0);
+        running.acquire(0);
+        thread.close();
+        ASSERT_TRUE(thread.wait(0));
+    }
+    Tracer().write("last", 0);
+    setTraceDefault();
+    std::istringstream lines(directory.contents(path));
+    std::string line;
+    while (std::getline(lines, line) && line != ": last")
+        EXPECT_TRUE(line == " cancelled while tracing(): Entering" || line == " cancelled while tracing(): Leaving")
+            << line;
+    EXPECT_EQ(line, ": last") << "the stream went bad";
+}
+
+// What the traced program printed, and what its trace file held.
+std::string run(const std::string& command) {
+    FILE* const pipe = ::popen(command.c_str(), "r");
+    std::string output;
+    for (int c; (c = std::fgetc(pipe)) != EOF;)
+        output += static_cast<char>(c);
+    return output + (::pclose(pipe) == 0 ? "" : "FAILED");
+}
+
+TEST(TraceWriter, TracesFromFirstToLast) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.file("trace", "old contents");
+    const auto scope = [](const std::string& name) { return " " + name + "(): Entering\n " + name + "(): Leaving\n"; };
+    const std::string early = scope("static initialiser") + scope("main");
+    const std::string all = early + scope("exit handler") + scope("static destructor");
+    EXPECT_EQ(run("VOR_TRACE='" + path + "' " ZEL_TEST_TRACED_PROGRAM), "");
+    EXPECT_EQ(directory.contents(path), all);
+    EXPECT_EQ(run("VOR_TRACE= " ZEL_TEST_TRACED_PROGRAM " stdout"), all) << "an empty value counts as unset";
+}
+
+TEST(Queue, TurnsWithoutLosingOrder) {
+    ZEL::Queue<int> queue;
+    EXPECT_TRUE(queue.empty());
+    for (const int i : {1, 2, 3})
+        queue.push(i);
+    queue.turn();
+    queue.turn();
+    queue.push(4);
+    std::string order;
+    for (; !queue.empty(); queue.pop())
+        order += std::to_string(queue.front());
+    EXPECT_EQ(order, "3124");
+}
+
+} // namespace
