@@ -1,0 +1,204 @@
+#include "zel/exceptions/InvalidArgumentException.h"
+#include "zel/utils/PropertiesImpl.h"
+
+#include "support/Slots.h"
+
+#include <algorithm>
+#include <random>
+
+#include <gtest/gtest.h>
+
+using ZEL::EXCEPTIONS::InvalidArgumentException;
+using ZEL::I::IProperties;
+using ZEL::RT::PropertiesImpl;
+using Names = ZEL::Vector<std::string>;
+
+namespace {
+
+TEST(Properties, SlotsStayWhereCallersCompiledThem) {
+    using P = PropertiesImpl;
+    const std::size_t slots[] = {
+        slotOf(&P::retrievePropertyNames),
+        slotOf(&P::retrieveProperty),
+        slotOf(&P::assignProperty),
+        slotOf(&P::removeProperty),
+        slotOf(&P::assigned),
+        slotOf(&P::empty),
+        slotOf(&P::unmarshal),
+        slotOf(&P::marshal),
+        slotOf(&P::storeAsText),
+    };
+    EXPECT_EQ(slotOf(&P::toString), 0u);
+    std::size_t expected = 3; // behind toString and the destructor's two
+    for (const std::size_t slot : slots)
+        EXPECT_EQ(slot, expected++);
+    for (const std::size_t slot : {slotOf(&P::clear), slotOf(&P::loadFromText), slotOf(&P::storeAsXML)})
+        EXPECT_EQ(slot, SIZE_MAX);
+    EXPECT_EQ(slotOf(&IProperties::retrievePropertyNames), 3u);
+    EXPECT_EQ(slotOf(&IProperties::removeProperty), 6u);
+    static_assert(sizeof(P::TAG) == 11 && sizeof(P::PROPERTY) == 9 && !std::is_copy_constructible_v<P>);
+}
+
+TEST(Properties, NamesAreUniqueAndOrderedByBytes) {
+    const ZEL::RT::SmartPointer<IProperties> store = ZEL::createProperties();
+    EXPECT_EQ(store->toString(), "");
+    EXPECT_EQ(store->marshal(), "<properties></properties>");
+    for (const char* name : {"b", "\xe4", "a", "B", "ab", "a"})
+        store->assignProperty(name, std::string("of ") + name);
+    store->assignProperty("b", "2");
+    store->removeProperty("absent");
+    store->removeProperty("");
+    store->removeProperty("ab");
+    EXPECT_EQ(store->retrievePropertyNames(), (Names{"B", "a", "b", "\xe4"}));
+    EXPECT_EQ(store->toString(), "B=of B\na=of a\nb=2\n\xe4=of \xe4\n");
+    EXPECT_EQ(store->retrieveProperty("b", "default"), "2");
+    EXPECT_EQ(store->retrieveProperty("ab", "default"), "default");
+}
+
+TEST(Properties, LoadingMergesAndUnmarshallingReplaces) {
+    const struct {
+        const char* text;
+        const char* stored; // into a store that holds k=1
+        const char* error;
+    } rows[] = {
+        {"", "k=1\n", nullptr},
+        {"x=1=2\n\nnoequals\n y = 3", " y = 3\nk=1\nx=1=2\n", nullptr},
+        {"k=2\r\n#x=\nk=3\r\n", "#x=\nk=3\r\n", nullptr},
+        {"a=1\n=v\nb=2", "a=1\nk=1\n", "assignProperty"},
+        {"<properties></properties>", "k=1\n", nullptr},
+        {" <properties><property name=\"x\">1</property><property  name=\"k\"></property></properties>\n", "k=\nx=1\n",
+         nullptr},
+        {"<properties><property name=\"x\"/></properties>", "k=1\nx=\n", nullptr},
+        {"<r><properties><other name=\"o\">1</other><property  name=\"propertyX\">1</property></properties>"
+         "<property name=\"y\">2</property></r>",
+         "k=1\npropertyX=1\n", nullptr},
+        {"<property name=\"x\">1</property>", "k=1\n", nullptr},
+        {"<properties><property  name=\"a\">1</property><property>2</property></properties>", "k=1\n",
+         "assignProperty"}, // the plain form is found first
+        {"<properties><property  name=\"a\">1</property><property  name=\"\">2</property></properties>", "a=1\nk=1\n",
+         "assignProperty"},
+    };
+    for (const auto& row : rows) {
+        PropertiesImpl store;
+        const bool xml = std::string(row.text).find('<') != std::string::npos;
+        const auto run = [&](auto&& load) {
+            const char* error = nullptr;
+            try {
+                load();
+            } catch (const InvalidArgumentException& e) {
+                error = e.getSourceFunction();
+            }
+            EXPECT_STREQ(error, row.error) << row.text;
+        };
+        store.assignProperty("k", "1");
+        run([&] { xml ? store.loadFromXML(row.text) : store.loadFromText(row.text); });
+        EXPECT_EQ(store.storeAsText(), row.stored) << row.text;
+
+        PropertiesImpl loaded;
+        run([&] { xml ? loaded.loadFromXML(row.text) : loaded.loadFromText(row.text); });
+        run([&] { store.unmarshal(row.text); });
+        EXPECT_EQ(store.storeAsText(), loaded.storeAsText()) << row.text;
+        EXPECT_EQ(store.assigned(), !store.empty());
+    }
+}
+
+TEST(Properties, EmptyNamesAreRefused) {
+    PropertiesImpl store;
+    const struct {
+        void (*use)(PropertiesImpl&);
+        int line;
+        const char* operation;
+    } rows[] = {
+        {[](PropertiesImpl& s) { s.assignProperty("", "v"); }, 42, "assignProperty"},
+        {[](PropertiesImpl& s) { s.assignPropertyFromText("=v"); }, 42, "assignProperty"},
+        {[](PropertiesImpl& s) { s.assignPropertyFromXML("<property>v</property>"); }, 42, "assignProperty"},
+        {[](PropertiesImpl& s) { s.retrieveProperty("", "d"); }, 30, "retrieveProperty"},
+        {[](PropertiesImpl& s) { s.retrievePropertyAsText(""); }, 30, "retrieveProperty"},
+        {[](PropertiesImpl& s) { s.retrievePropertyAsXML(""); }, 30, "retrieveProperty"},
+    };
+    for (const auto& row : rows) {
+        try {
+            row.use(store);
+            ADD_FAILURE() << row.operation;
+        } catch (const InvalidArgumentException& e) {
+            EXPECT_EQ(e.getCatalogName(), "ZEL");
+            EXPECT_EQ(e.getEntryCode(), -1006);
+            EXPECT_STREQ(e.what(), "The arguments specified in the operation were invalid");
+            EXPECT_STREQ(e.getSourceFile(), "common/utils/PropertiesImpl");
+            EXPECT_EQ(e.getSourceLine(), row.line);
+            EXPECT_STREQ(e.getSourceFunction(), row.operation);
+        }
+    }
+    EXPECT_TRUE(store.empty());
+}
+
+// Hears of everything, and changes the store that is being enumerated.
+class Meddler : public PropertiesImpl {
+public:
+    std::string retrieveProperty(const std::string& name, const std::string& defaultValue) const override {
+        const std::string value = PropertiesImpl::retrieveProperty(name, defaultValue);
+        if (meddle)
+            const_cast<Meddler*>(this)->clear();
+        return "(" + value + ")";
+    }
+    void assignProperty(const std::string& name, const std::string& value) override {
+        PropertiesImpl::assignProperty("my " + name, value);
+        std::fill(source.begin(), source.end(), '?');
+    }
+    std::string storeAsText() const override { return "[" + PropertiesImpl::storeAsText() + "]"; }
+
+    std::string source;
+    bool meddle = false;
+};
+
+TEST(Properties, OverridesAreHeard) {
+    Meddler store;
+    store.loadFromText("b=2\na=1");
+    EXPECT_EQ(store.toString(), "[my a=(1)\nmy b=(2)\n]");
+    EXPECT_EQ(store.marshal(), "<properties><property  name=\"my a\">(1)</property>"
+                               "<property  name=\"my b\">(2)</property></properties>");
+    EXPECT_EQ(store.retrievePropertyAsText("q"), "q=()");
+    store.meddle = true;
+    EXPECT_EQ(store.toString(), "[my a=(1)\nmy b=()\n]");
+    store.meddle = false;
+    store.source = "c=3\nd=4";
+    store.loadFromText(store.source);
+    store.source = "<properties><property name=\"e\">5</property><property name=\"f\">6</property></properties>";
+    store.loadFromXML(store.source);
+    EXPECT_EQ(store.toString(), "[my c=(3)\nmy d=(4)\nmy e=(5)\nmy f=(6)\n]");
+}
+
+class Subclass : public PropertiesImpl {};
+
+TEST(Properties, AskingPropertyByPropertyGivesTheSame) {
+    std::mt19937 random(1);
+    const std::string pieces[] = {"a", "b", "ab", "=", "\n", "c=", "\nd=1\n", "<", "\"", "</property>", "\xff", " "};
+    for (int round = 0; round < 3000; ++round) {
+        PropertiesImpl direct;
+        Subclass asked;
+        for (int load = 0; load < 2; ++load) {
+            std::string text = "x=y\n";
+            for (std::size_t length = random() % 20; length != 0; --length)
+                text += pieces[random() % std::size(pieces)];
+            std::string errors[2];
+            int which = 0;
+            for (PropertiesImpl* store : {&direct, static_cast<PropertiesImpl*>(&asked)}) {
+                try {
+                    store->loadFromText(text);
+                    const std::string xml = store->storeAsXML();
+                    store->clear();
+                    store->assignProperty("b", "before");
+                    store->loadFromXML(xml);
+                } catch (const InvalidArgumentException& e) {
+                    errors[which] = e.getSourceFunction();
+                }
+                ++which;
+            }
+            ASSERT_EQ(errors[0], errors[1]) << text;
+            ASSERT_EQ(direct.storeAsText(), asked.storeAsText()) << text;
+            ASSERT_EQ(direct.storeAsXML(), asked.storeAsXML()) << text;
+        }
+    }
+}
+
+} // namespace
