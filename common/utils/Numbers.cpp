@@ -72,20 +72,17 @@ template <class Integer> bool readInteger(std::string_view text, Integer& value)
 // What the stream takes in: one decimal point ahead of the exponent, one exponent behind a digit; a sign directly
 // behind the "e" belongs to it.
 std::string_view scanFloating(std::string_view text) {
-    bool digits = false;
     bool point = false;
     bool exponent = false;
     std::size_t at = signLength(text, 0);
     for (; at < text.size(); ++at) {
         const char c = text[at];
-        if (isDigit(c)) {
-            digits = true;
-        } else if (c == '.' && !point && !exponent) {
+        if (c == '.' && !point && !exponent) {
             point = true;
-        } else if ((c == 'e' || c == 'E') && digits && !exponent) {
+        } else if ((c == 'e' || c == 'E') && !exponent) {
             exponent = true;
             at += signLength(text, at + 1);
-        } else {
+        } else if (!isDigit(c)) {
             break;
         }
     }

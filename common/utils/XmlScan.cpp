@@ -12,9 +12,9 @@ namespace {
 
 constexpr std::size_t ABSENT = std::string_view::npos;
 
-// Linear in the text for any pattern, unlike std::string_view::find.
+// Linear in the text for any pattern, unlike std::string_view::find. No pattern is empty.
 std::size_t findFrom(std::string_view text, std::string_view pattern, std::size_t from) {
-    if (from > text.size())
+    if (from >= text.size())
         return ABSENT;
     const void* found = ::memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
     return found != nullptr ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : ABSENT;
@@ -61,9 +61,10 @@ std::string_view ElementFinder::next() {
 }
 
 std::size_t ElementFinder::elementLength(std::size_t start) {
-    // A name of slashes alone, or none, makes the closing tag and the third opening one and the same.
+    // With a name of slashes alone, or none, an element may close by its own opening; it has the same length either
+    // way.
     const std::size_t closing = closing_.find(text_, start);
-    if (closing != ABSENT && closing > start)
+    if (closing != ABSENT)
         return closing + closing_.size() - start;
     const std::size_t end = selfClosing_.find(text_, start);
     if (end == ABSENT || text_.substr(start + 1, end - start - 1).find('<') != ABSENT)
@@ -74,7 +75,7 @@ std::size_t ElementFinder::elementLength(std::size_t start) {
 std::string_view elementValue(std::string_view element) {
     const std::size_t first = element.find('>');
     const std::size_t last = element.rfind('<');
-    if (first == ABSENT || last == ABSENT || last <= first)
+    if (first == ABSENT || last == ABSENT || last < first)
         return std::string_view();
     return element.substr(first + 1, last - first - 1);
 }
