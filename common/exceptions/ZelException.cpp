@@ -87,7 +87,11 @@ ZelException::ZelException(const ZelException& other)
     entryName_ = other.entryName_;
     entryText_ = other.entryText_;
     setSourceLocation(other.sourceFile_, other.sourceLine_, other.sourceFunction_);
-    properties_ = other.properties_;
+    try {
+        properties_ = other.properties_;
+    } catch (...) {
+        // The reference could not be counted, since its lock fails. A copy without properties still says what happened.
+    }
 }
 
 ZelException::~ZelException() = default;

@@ -17,9 +17,30 @@ constexpr Failure lockFailed{-1012, "Mutex::lock() - Could not lock mutex", 35, 
 // Clients match this text as it is spelled.
 constexpr Failure unlockFailed{-1013, "Muttex::unlock() - Could not unlock mutex", 44, "unlock"};
 
+// Reporting a failure traces it and counts references to it, both under locks, which may fail as well. Those failures
+// have nobody to be reported to and must not start over: the report does without the trace or the reference.
+class FailedWhileReporting {};
+
+thread_local bool reporting __attribute__((tls_model("initial-exec"))) = false;
+
+class Reporting {
+public:
+    Reporting() { reporting = true; }
+    ~Reporting() { reporting = false; }
+    Reporting(const Reporting&) = delete;
+    Reporting& operator=(const Reporting&) = delete;
+};
+
+[[noreturn, gnu::cold, gnu::noinline]] void report(const Failure& failure) {
+    if (reporting)
+        throw FailedWhileReporting();
+    const Reporting scope;
+    EXCEPTIONS::raise<EXCEPTIONS::LockException>(source, failure);
+}
+
 void check(int result, const Failure& failure) {
     if (result != 0)
-        EXCEPTIONS::raise<EXCEPTIONS::LockException>(source, failure);
+        report(failure);
 }
 
 } // namespace

@@ -25,8 +25,9 @@ TEST(Date, ShortForm) {
         EXPECT_EQ(ZEL::Date::getShortString(row.time), row.text);
         EXPECT_EQ(ZEL::Date::getLongString(row.time), row.text);
     }
-    if (sizeof(long) == 8)
+    if (sizeof(long) == 8) {
         EXPECT_EQ(ZEL::Date::getShortString(LONG_MAX), " 1/00/00  0:00:00 AM") << "a year beyond the system's";
+    }
 }
 
 TEST(Date, NowIsTheDefault) {

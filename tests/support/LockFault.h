@@ -3,11 +3,11 @@
 #ifndef ZEL_TESTS_SUPPORT_LOCKFAULT_H
 #define ZEL_TESTS_SUPPORT_LOCKFAULT_H
 
-// While one exists, its thread cannot lock, or cannot unlock.
 class LockFault {
 public:
     enum What { Locking, Unlocking };
-    explicit LockFault(What what);
+    // The thread's next `times` locks or unlocks fail, at most until the end of the scope.
+    explicit LockFault(What what, int times = 1);
     ~LockFault();
     LockFault(const LockFault&) = delete;
     LockFault& operator=(const LockFault&) = delete;

