@@ -1,4 +1,6 @@
 #include "zel/utils/PropertiesImpl.h"
+#include "zel/utils/StringUtils.h"
+#include "zel/utils/XmlUtils.h"
 
 #include "support/Refusal.h"
 #include "support/Slots.h"
@@ -10,6 +12,8 @@
 
 using ZEL::I::IProperties;
 using ZEL::RT::PropertiesImpl;
+using ZEL::RT::StringUtils;
+using ZEL::RT::XmlUtils;
 using Names = ZEL::Vector<std::string>;
 
 namespace {
@@ -142,29 +146,50 @@ TEST(Properties, OverridesAreHeard) {
 
 class Subclass : public PropertiesImpl {};
 
-TEST(Properties, AskingPropertyByPropertyGivesTheSame) {
+TEST(Properties, WholeFormsAreReadLikeTheirParts) {
     std::mt19937 random(1);
-    const std::string pieces[] = {"a", "b", "ab", "=", "\n", "c=", "\nd=1\n", "<", "\"", "</property>", "\xff", " "};
-    for (int round = 0; round < 3000; ++round) {
-        PropertiesImpl direct;
+    const std::string lines[] = {"a", "b", "ab", "=", "\n", "c=", "\nd=1\n", "<", "\"", "</property>", "\xff", " "};
+    const std::string tags[] = {"<property name=\"a\">",
+                                "<property  name=\"b\">",
+                                "<property>",
+                                "<property/>",
+                                "</property>",
+                                "<property name=\"c\"/>",
+                                "</properties>",
+                                "name=\"",
+                                "\"",
+                                ">",
+                                "<",
+                                "d"};
+    const auto pick = [&random](auto& pieces) {
+        std::string text;
+        for (std::size_t length = random() % 16; length != 0; --length)
+            text += pieces[random() % std::size(pieces)];
+        return text;
+    };
+    for (int round = 0; round < 5000; ++round) {
+        PropertiesImpl whole, parts;
         Subclass asked;
-        for (int load = 0; load < 2; ++load) {
-            std::string text = "x=y\n";
-            for (std::size_t length = random() % 20; length != 0; --length)
-                text += pieces[random() % std::size(pieces)];
-            const auto reload = [&text](PropertiesImpl& store) {
-                return refusalOf([&] {
-                    store.loadFromText(text);
-                    const std::string xml = store.storeAsXML();
-                    store.clear();
-                    store.assignProperty("b", "before");
-                    store.loadFromXML(xml);
-                });
-            };
-            ASSERT_EQ(reload(direct), reload(asked)) << text;
-            ASSERT_EQ(direct.storeAsText(), asked.storeAsText()) << text;
-            ASSERT_EQ(direct.storeAsXML(), asked.storeAsXML()) << text;
-        }
+        const std::string text = "x=y\n" + pick(lines);
+        const std::string fromParts = refusalOf([&] {
+            for (const std::string& line : StringUtils::Tokenize(text, "\n"))
+                parts.assignPropertyFromText(line);
+        });
+        ASSERT_EQ(refusalOf([&] { whole.loadFromText(text); }), fromParts) << text;
+        ASSERT_EQ(refusalOf([&] { asked.loadFromText(text); }), fromParts) << text;
+        ASSERT_EQ(whole.storeAsText(), parts.storeAsText()) << text;
+
+        const std::string xml = "<properties>" + pick(tags) + "</property></properties>";
+        const std::string fromElements = refusalOf([&] {
+            for (const std::string& element :
+                 XmlUtils::getElements("property", XmlUtils::GetElement("properties", xml)))
+                parts.assignPropertyFromXML(element);
+        });
+        ASSERT_EQ(refusalOf([&] { whole.loadFromXML(xml); }), fromElements) << xml;
+        ASSERT_EQ(refusalOf([&] { asked.loadFromXML(xml); }), fromElements) << xml;
+        ASSERT_EQ(whole.storeAsText(), parts.storeAsText()) << xml;
+        ASSERT_EQ(whole.storeAsText(), asked.storeAsText()) << xml;
+        ASSERT_EQ(whole.storeAsXML(), asked.storeAsXML()) << xml;
     }
 }
 
