@@ -50,7 +50,8 @@ void TraceRecord::assign(const TraceParts& parts) {
         smaller.reserve(size);
         text_.swap(smaller);
     }
-    text_.reserve(size);
+    if (!parts.tail.empty())
+        text_.reserve(size);
     text_.assign(parts.head).append(parts.tail);
     functionName_ = parts.functionName;
     className_ = parts.className;

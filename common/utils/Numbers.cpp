@@ -1,9 +1,6 @@
-// An integer is a sign and digits, and no more to it. For a floating-point number the characters are found first that
-// the stream would take in: its scan is greedier than the conversion, so that "12e" is taken whole and then refused,
-// where std::from_chars would be content with "12". Then std::from_chars has to use up exactly these.
-//
-// Integers are converted here, since the standard templates for them bring tables along that bind to one copy in the
-// whole process and so would keep this library from being unloaded.
+// The characters that the stream would take in are found first: its scan is greedier than the conversion, so that as a
+// floating-point number "12e" is taken whole and then refused, where std::from_chars would be content with "12". Then
+// std::from_chars has to use up exactly these.
 #include "utils/Numbers.h"
 
 #include <algorithm>
@@ -51,22 +48,15 @@ std::size_t signLength(std::string_view text, std::size_t at) {
     return at < text.size() && (text[at] == '+' || text[at] == '-') ? 1 : 0;
 }
 
+// A plus sign is the one thing that the stream takes and the conversion does not.
+std::string_view withoutPlus(std::string_view text) {
+    const bool plus = text.size() > 1 && text.front() == '+' && text[1] != '-';
+    return text.substr(plus ? 1 : 0);
+}
+
 template <class Integer> bool readInteger(std::string_view text, Integer& value) {
-    using Magnitude = std::make_unsigned_t<Integer>;
-    const bool negative = !text.empty() && text.front() == '-';
-    const Magnitude limit = static_cast<Magnitude>(std::numeric_limits<Integer>::max()) + Magnitude{negative};
-    text.remove_prefix(signLength(text, 0));
-    if (text.empty() || !isDigit(text.front()))
-        return false;
-    Magnitude magnitude = 0;
-    for (std::size_t at = 0; at < text.size() && isDigit(text[at]); ++at) {
-        const auto digit = static_cast<Magnitude>(text[at] - '0');
-        if (magnitude > (limit - digit) / 10)
-            return false;
-        magnitude = magnitude * 10 + digit;
-    }
-    value = static_cast<Integer>(negative ? Magnitude{0} - magnitude : magnitude);
-    return true;
+    text = withoutPlus(text);
+    return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc();
 }
 
 // What the stream takes in: one decimal point ahead of the exponent, one exponent behind a digit; a sign directly
@@ -90,10 +80,7 @@ std::string_view scanFloating(std::string_view text) {
 }
 
 template <class Floating> bool readFloating(std::string_view text, Floating& value) {
-    text = scanFloating(text);
-    // A plus sign is the one thing that the stream takes and the conversion does not.
-    if (!text.empty() && text.front() == '+')
-        text.remove_prefix(1);
+    text = withoutPlus(scanFloating(text));
     const char* const end = text.data() + text.size();
     Floating read{};
     [[maybe_unused]] const DoubleRounding rounding;
@@ -102,18 +89,6 @@ template <class Floating> bool readFloating(std::string_view text, Floating& val
         return false;
     value = read;
     return true;
-}
-
-template <class Unsigned> std::string writeDigits(Unsigned value, unsigned int base, std::string_view prefix) {
-    // Digits come out from the last to the first, and so they are laid down.
-    std::string text;
-    do {
-        text += "0123456789abcdef"[value % base];
-        value /= base;
-    } while (value != 0);
-    text.append(prefix.rbegin(), prefix.rend());
-    std::reverse(text.begin(), text.end());
-    return text;
 }
 
 } // namespace
@@ -127,10 +102,8 @@ template <class Number> bool readNumber(std::string_view text, Number& value) {
 }
 
 template <class Number> std::string writeNumber(Number value) {
-    using Magnitude = std::make_unsigned_t<Number>;
-    if (value < 0)
-        return writeDigits(Magnitude{0} - static_cast<Magnitude>(value), 10, "-");
-    return writeDigits(static_cast<Magnitude>(value), 10, "");
+    char text[std::numeric_limits<Number>::digits10 + 3]; // the digits and a sign
+    return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
 }
 
 template <> std::string writeNumber(double value) {
@@ -142,7 +115,11 @@ template <> std::string writeNumber(double value) {
 }
 
 std::string writeAddress(const void* address) {
-    return writeDigits(reinterpret_cast<std::uintptr_t>(address), 16, address != nullptr ? "0x" : "");
+    char text[2 * sizeof address];
+    const auto number = reinterpret_cast<std::uintptr_t>(address);
+    const char* const end = std::to_chars(text, text + sizeof text, number, 16).ptr;
+    const std::string_view digits(text, static_cast<std::size_t>(end - text));
+    return std::string(address != nullptr ? "0x" : "").append(digits);
 }
 
 template bool readNumber(std::string_view, int&);
