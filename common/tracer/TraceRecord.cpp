@@ -50,9 +50,12 @@ void TraceRecord::assign(const TraceParts& parts) {
         smaller.reserve(size);
         text_.swap(smaller);
     }
-    if (!parts.tail.empty())
+    if (parts.tail.empty()) {
+        text_.assign(parts.head);
+    } else {
         text_.reserve(size);
-    text_.assign(parts.head).append(parts.tail);
+        text_.assign(parts.head).append(parts.tail);
+    }
     functionName_ = parts.functionName;
     className_ = parts.className;
     line_ = parts.line;

@@ -65,7 +65,9 @@ char* vor_safeStrcat(char* dst, std::size_t size, const char* src, std::size_t c
         return dst;
     const std::size_t n = std::min(count, size - used - 1);
     if (n != 0) {
-        std::strncat(dst + used, src, n);
+        const std::size_t appended = ::strnlen(src, n);
+        std::memcpy(dst + used, src, appended);
+        dst[used + appended] = '\0';
         dst[used + n] = '\0';
     }
     return dst;

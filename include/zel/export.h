@@ -7,4 +7,7 @@
 
 #define ZEL_API __attribute__((visibility("default")))
 
+/* Keeps a private member function of an exported class inside. */
+#define ZEL_LOCAL __attribute__((visibility("hidden")))
+
 #endif

@@ -113,7 +113,7 @@ public:
 private:
     struct Layout;
 
-    void trace() const;
+    ZEL_LOCAL void trace() const;
 
     const RT::ILocalizable* text_;
     mutable const char* sourceFunction_ = nullptr;

@@ -40,9 +40,9 @@ private:
 
     struct Layout;
 
-    explicit TraceRecord(const TraceParts& parts);
-    void assign(const TraceParts& parts);
-    TraceParts parts() const;
+    ZEL_LOCAL explicit TraceRecord(const TraceParts& parts);
+    ZEL_LOCAL void assign(const TraceParts& parts);
+    ZEL_LOCAL TraceParts parts() const;
 
     const char* functionName_;
     const char* className_;

@@ -82,16 +82,16 @@ private:
     struct Fork;
     struct Layout;
 
-    TraceWriter();
+    ZEL_LOCAL TraceWriter();
 
-    static void write(const TraceParts& parts);
-    template <class Source> void route(const Source& source);
-    template <class Change> void redirect(Change change);
-    void keep(const TraceRecord& record);
-    void keep(const TraceParts& parts);
-    void print(const TraceRecord& record);
-    void print(const TraceParts& parts);
-    void drain();
+    ZEL_LOCAL static void write(const TraceParts& parts);
+    template <class Source> ZEL_LOCAL void route(const Source& source);
+    template <class Change> ZEL_LOCAL void redirect(Change change);
+    ZEL_LOCAL void keep(const TraceRecord& record);
+    ZEL_LOCAL void keep(const TraceParts& parts);
+    ZEL_LOCAL void print(const TraceRecord& record);
+    ZEL_LOCAL void print(const TraceParts& parts);
+    ZEL_LOCAL void drain();
 
     std::atomic<int> kind_;
     Queue<TraceRecord, std::deque<TraceRecord>> ring_; // under bufferMutex_

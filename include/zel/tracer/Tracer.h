@@ -59,9 +59,9 @@ public:
 private:
     friend class RT::TraceRecord;
 
-    RT::TraceParts parts(int line, std::string_view head, std::string_view tail) const;
-    void emit(int line, std::string_view head, std::string_view tail = {});
-    void format(int line, const char* format, va_list arguments) __attribute__((format(printf, 3, 0)));
+    ZEL_LOCAL RT::TraceParts parts(int line, std::string_view head, std::string_view tail) const;
+    ZEL_LOCAL void emit(int line, std::string_view head, std::string_view tail = {});
+    ZEL_LOCAL void format(int line, const char* format, va_list arguments) __attribute__((format(printf, 3, 0)));
 
     const char* functionName_;
     const char* className_;
