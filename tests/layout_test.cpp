@@ -2,11 +2,11 @@
 #include "zel/vor.h"
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
+#include "support/Slots.h"
 
 #include <type_traits>
 
-#include "support/Slots.h"
+#include <gtest/gtest.h>
 
 using namespace ZEL;
 using namespace ZEL::EXCEPTIONS;

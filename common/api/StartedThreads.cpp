@@ -146,8 +146,7 @@ void forgetOthers() {
     guard.unlock();
 }
 
-[[maybe_unused]] const int forkHandled =
-    ::pthread_atfork([] { guard.lock(); }, [] { guard.unlock(); }, forgetOthers);
+[[maybe_unused]] const int forkHandled = ::pthread_atfork([] { guard.lock(); }, [] { guard.unlock(); }, forgetOthers);
 
 } // namespace
 

@@ -30,7 +30,8 @@ int cancel(pthread_t handle, const void* owner);
 // Has the system take the thread's stack back at its end; nobody can wait for it any more.
 void detach(pthread_t handle, const void* owner);
 
-// Tells that the calling thread is alive: its handle, should it be remembered as that of a gone thread, is in use again.
+// Tells that the calling thread is alive: its handle, should it be remembered as that of a gone thread, is in use
+// again.
 void sight();
 
 } // namespace ZEL::RT::StartedThreads

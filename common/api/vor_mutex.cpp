@@ -1,6 +1,7 @@
 #include "zel/api/vor_mutex.h"
 
 #include <cstdlib>
+
 #include <pthread.h>
 
 namespace {

@@ -3,12 +3,12 @@
 #include "zel/threads/MutexGrabber.h"
 #include "zel/utils/vor_runtime.h"
 
+#include "threads/ImmortalMutex.h"
+
 #include <ctime>
 #include <memory>
 
 #include <pthread.h>
-
-#include "threads/ImmortalMutex.h"
 
 namespace ZEL {
 
@@ -22,8 +22,8 @@ ImmortalMutex dateMutex;
 
 // No thread may be inside the conversion at a fork: besides ours the system's own lock would stay locked in the child.
 // The lock is never held for long and nobody else's code runs under it, so a fork can wait for it.
-[[maybe_unused]] const int forkHandled = ::pthread_atfork([] { dateMutex.get().lock(0); },
-                                                          [] { dateMutex.get().unlock(); }, [] { dateMutex.renew(); });
+[[maybe_unused]] const int forkHandled =
+    ::pthread_atfork([] { dateMutex.get().lock(0); }, [] { dateMutex.get().unlock(); }, [] { dateMutex.renew(); });
 
 constexpr std::size_t textSize = 32;
 

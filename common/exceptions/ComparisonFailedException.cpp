@@ -29,6 +29,8 @@ ComparisonFailedException* ComparisonFailedException::clone() const { return new
 
 bool ComparisonFailedException::instanceOf(int code) const { return answersTo(Row::ComparisonFailed, code); }
 
-bool ComparisonFailedException::instanceOf(const std::string& name) const { return answersTo(Row::ComparisonFailed, name); }
+bool ComparisonFailedException::instanceOf(const std::string& name) const {
+    return answersTo(Row::ComparisonFailed, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

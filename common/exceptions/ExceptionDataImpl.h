@@ -1,10 +1,10 @@
 #ifndef ZEL_COMMON_EXCEPTIONS_EXCEPTIONDATAIMPL_H
 #define ZEL_COMMON_EXCEPTIONS_EXCEPTIONDATAIMPL_H
 
-#include <string>
-
 #include "zel/exceptions/IExceptionData.h"
 #include "zel/utils/PropertiesImpl.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

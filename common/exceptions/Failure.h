@@ -17,8 +17,8 @@ struct Failure {
 // Builds an E for the failure, with whatever E takes ahead of its message, and throws it from the given source place.
 template <class E, class... Lead>
 [[noreturn, gnu::cold, gnu::noinline]] void raise(const char* file, const Failure& failure, const Lead&... lead) {
-    throwException(E(lead..., "ZEL", failure.entryCode, "code", failure.text, nullptr, -1, nullptr), file,
-                   failure.line, failure.operation);
+    throwException(E(lead..., "ZEL", failure.entryCode, "code", failure.text, nullptr, -1, nullptr), file, failure.line,
+                   failure.operation);
 }
 
 } // namespace ZEL::EXCEPTIONS

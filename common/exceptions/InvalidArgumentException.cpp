@@ -29,6 +29,8 @@ InvalidArgumentException* InvalidArgumentException::clone() const { return new I
 
 bool InvalidArgumentException::instanceOf(int code) const { return answersTo(Row::InvalidArgument, code); }
 
-bool InvalidArgumentException::instanceOf(const std::string& name) const { return answersTo(Row::InvalidArgument, name); }
+bool InvalidArgumentException::instanceOf(const std::string& name) const {
+    return answersTo(Row::InvalidArgument, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

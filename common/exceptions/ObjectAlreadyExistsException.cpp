@@ -24,10 +24,14 @@ ObjectAlreadyExistsException::ObjectAlreadyExistsException(const ObjectAlreadyEx
 
 ObjectAlreadyExistsException::~ObjectAlreadyExistsException() = default;
 
-ObjectAlreadyExistsException* ObjectAlreadyExistsException::clone() const { return new ObjectAlreadyExistsException(*this); }
+ObjectAlreadyExistsException* ObjectAlreadyExistsException::clone() const {
+    return new ObjectAlreadyExistsException(*this);
+}
 
 bool ObjectAlreadyExistsException::instanceOf(int code) const { return answersTo(Row::ObjectAlreadyExists, code); }
 
-bool ObjectAlreadyExistsException::instanceOf(const std::string& name) const { return answersTo(Row::ObjectAlreadyExists, name); }
+bool ObjectAlreadyExistsException::instanceOf(const std::string& name) const {
+    return answersTo(Row::ObjectAlreadyExists, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

@@ -26,6 +26,8 @@ OperationAbortedException* OperationAbortedException::clone() const { return new
 
 bool OperationAbortedException::instanceOf(int code) const { return answersTo(Row::OperationAborted, code); }
 
-bool OperationAbortedException::instanceOf(const std::string& name) const { return answersTo(Row::OperationAborted, name); }
+bool OperationAbortedException::instanceOf(const std::string& name) const {
+    return answersTo(Row::OperationAborted, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

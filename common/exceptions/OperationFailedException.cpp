@@ -26,6 +26,8 @@ OperationFailedException* OperationFailedException::clone() const { return new O
 
 bool OperationFailedException::instanceOf(int code) const { return answersTo(Row::OperationFailed, code); }
 
-bool OperationFailedException::instanceOf(const std::string& name) const { return answersTo(Row::OperationFailed, name); }
+bool OperationFailedException::instanceOf(const std::string& name) const {
+    return answersTo(Row::OperationFailed, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

@@ -29,10 +29,14 @@ OperationNotSupportedException::OperationNotSupportedException(const OperationNo
 
 OperationNotSupportedException::~OperationNotSupportedException() = default;
 
-OperationNotSupportedException* OperationNotSupportedException::clone() const { return new OperationNotSupportedException(*this); }
+OperationNotSupportedException* OperationNotSupportedException::clone() const {
+    return new OperationNotSupportedException(*this);
+}
 
 bool OperationNotSupportedException::instanceOf(int code) const { return answersTo(Row::OperationNotSupported, code); }
 
-bool OperationNotSupportedException::instanceOf(const std::string& name) const { return answersTo(Row::OperationNotSupported, name); }
+bool OperationNotSupportedException::instanceOf(const std::string& name) const {
+    return answersTo(Row::OperationNotSupported, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

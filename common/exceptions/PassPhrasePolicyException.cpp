@@ -25,6 +25,8 @@ PassPhrasePolicyException* PassPhrasePolicyException::clone() const { return new
 
 bool PassPhrasePolicyException::instanceOf(int code) const { return answersTo(Row::PassPhrasePolicy, code); }
 
-bool PassPhrasePolicyException::instanceOf(const std::string& name) const { return answersTo(Row::PassPhrasePolicy, name); }
+bool PassPhrasePolicyException::instanceOf(const std::string& name) const {
+    return answersTo(Row::PassPhrasePolicy, name);
+}
 
 } // namespace ZEL::EXCEPTIONS

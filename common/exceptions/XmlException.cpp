@@ -10,8 +10,8 @@ constexpr const ClassRow& self = catalogue(Row::Xml);
 
 XmlException::XmlException(const char* catalogName, int entryCode, const char* entryName, const char* entryText,
                            const char* file, int line, const char* function)
-    : SerializationException(self.name, self.code, catalogName, entryCode, entryName, entryText, file, line,
-                             function) {}
+    : SerializationException(self.name, self.code, catalogName, entryCode, entryName, entryText, file, line, function) {
+}
 
 XmlException::XmlException(const RT::ILocalizable* text, const char* file, int line, const char* function)
     : SerializationException(self.name, self.code, text, file, line, function) {}

@@ -4,11 +4,11 @@
 #include "zel/tracer/Tracer.h"
 #include "zel/utils/StringUtils.h"
 
-#include <cstddef>
-#include <ctime>
-
 #include "exceptions/Catalogue.h"
 #include "utils/ErrnoKeeper.h"
+
+#include <cstddef>
+#include <ctime>
 
 namespace ZEL::EXCEPTIONS {
 

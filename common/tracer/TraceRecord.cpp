@@ -5,10 +5,10 @@
 #include "zel/tracer/Tracer.h"
 #include "zel/utils/StringUtils.h"
 
+#include "tracer/TraceParts.h"
+
 #include <cstddef>
 #include <ctime>
-
-#include "tracer/TraceParts.h"
 
 namespace ZEL::RT {
 

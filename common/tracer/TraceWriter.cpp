@@ -3,6 +3,12 @@
 #include "zel/threads/MutexGrabber.h"
 #include "zel/utils/EnvUtils.h"
 
+#include "threads/CancellationShield.h"
+#include "threads/ImmortalMutex.h"
+#include "tracer/TraceParts.h"
+#include "utils/ErrnoKeeper.h"
+#include "utils/SecureProcess.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstddef>
@@ -13,12 +19,6 @@
 #include <ostream>
 
 #include <pthread.h>
-
-#include "threads/CancellationShield.h"
-#include "threads/ImmortalMutex.h"
-#include "tracer/TraceParts.h"
-#include "utils/ErrnoKeeper.h"
-#include "utils/SecureProcess.h"
 
 namespace ZEL::RT {
 

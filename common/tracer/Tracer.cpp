@@ -4,10 +4,10 @@
 #include "zel/tracer/TraceWriter.h"
 #include "zel/utils/vor_runtime.h"
 
+#include "tracer/TraceParts.h"
+
 #include <algorithm>
 #include <ctime>
-
-#include "tracer/TraceParts.h"
 
 namespace ZEL {
 

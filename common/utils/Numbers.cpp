@@ -18,8 +18,8 @@ namespace ZEL {
 
 namespace {
 
-constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
-constexpr int STREAM_PRECISION = 6;
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+constexpr int streamPrecision = 6;
 
 // The C++ library calculates with doubles in the x87 unit, where a product is rounded to 64 bits first and then to 53:
 // the odd short text, such as 37034055e19, would come out one unit off. Rounding to 53 bits at once makes it right.
@@ -94,7 +94,7 @@ template <class Floating> bool readFloating(std::string_view text, Floating& val
 } // namespace
 
 template <class Number> bool readNumber(std::string_view text, Number& value) {
-    text.remove_prefix(std::min(text.find_first_not_of(WHITE_SPACE), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
     if constexpr (std::is_integral_v<Number>)
         return readInteger(text, value);
     else
@@ -108,9 +108,9 @@ template <class Number> std::string writeNumber(Number value) {
 
 template <> std::string writeNumber(double value) {
     // Sign, digits, point, "e" and an exponent of a sign and three digits.
-    char text[STREAM_PRECISION + 7];
+    char text[streamPrecision + 7];
     const std::to_chars_result end =
-        std::to_chars(text, text + sizeof text, value, std::chars_format::general, STREAM_PRECISION);
+        std::to_chars(text, text + sizeof text, value, std::chars_format::general, streamPrecision);
     return std::string(text, end.ptr);
 }
 

@@ -19,13 +19,13 @@ namespace {
 
 using EXCEPTIONS::Failure;
 
-constexpr const char* FILE_NAME = "common/utils/PropertiesImpl";
-constexpr const char* INVALID = "The arguments specified in the operation were invalid";
+constexpr const char* source = "common/utils/PropertiesImpl";
+constexpr const char* invalid = "The arguments specified in the operation were invalid";
 
-constexpr Failure RETRIEVE_UNNAMED{-1006, INVALID, 30, "retrieveProperty"};
-constexpr Failure ASSIGN_UNNAMED{-1006, INVALID, 42, "assignProperty"};
+constexpr Failure retrieveUnnamed{-1006, invalid, 30, "retrieveProperty"};
+constexpr Failure assignUnnamed{-1006, invalid, 42, "assignProperty"};
 
-constexpr const char* NAME = "name";
+constexpr const char* nameAttribute = "name";
 
 // What surrounds name and value in either form; for XML exactly what XmlUtils composes, the two blanks included.
 struct Frame {
@@ -33,12 +33,12 @@ struct Frame {
     std::string_view middle;
     std::string_view tail;
 };
-constexpr Frame TEXT_FRAME{"", "=", "\n"};
-constexpr Frame XML_FRAME{"<property  name=\"", "\">", "</property>"};
+constexpr Frame textFrame{"", "=", "\n"};
+constexpr Frame xmlFrame{"<property  name=\"", "\">", "</property>"};
 
 void checkName(std::string_view name, const Failure& failure) {
     if (name.empty())
-        EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(FILE_NAME, failure);
+        EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(source, failure);
 }
 
 template <class Map>
@@ -75,7 +75,7 @@ template <class Assign> void readText(std::string_view text, Assign&& assign) {
 template <class Assign> void readElements(std::string_view root, Assign&& assign) {
     ElementFinder finder(PropertiesImpl::PROPERTY, root);
     for (std::string_view element = finder.next(); !element.empty(); element = finder.next())
-        assign(attributeValue(NAME, element).value_or(""), elementValue(element));
+        assign(attributeValue(nameAttribute, element).value_or(""), elementValue(element));
 }
 
 } // namespace
@@ -87,7 +87,7 @@ public:
     explicit Merger(Map& properties) : properties_(properties), behind_(properties.end()) {}
 
     void operator()(std::string_view name, std::string_view value) {
-        checkName(name, ASSIGN_UNNAMED);
+        checkName(name, assignUnnamed);
         if (!belongsBefore(behind_, name))
             behind_ = properties_.lower_bound(name);
         if (behind_ != properties_.end() && behind_->first == name)
@@ -126,13 +126,13 @@ Vector<std::string> PropertiesImpl::retrievePropertyNames() const {
 }
 
 std::string PropertiesImpl::retrieveProperty(const std::string& name, const std::string& defaultValue) const {
-    checkName(name, RETRIEVE_UNNAMED);
+    checkName(name, retrieveUnnamed);
     const auto found = properties_.find(name);
     return found != properties_.end() ? found->second : defaultValue;
 }
 
 void PropertiesImpl::assignProperty(const std::string& name, const std::string& value) {
-    checkName(name, ASSIGN_UNNAMED);
+    checkName(name, assignUnnamed);
     properties_.insert_or_assign(name, value);
 }
 
@@ -154,7 +154,7 @@ std::string PropertiesImpl::marshal() const { return storeAsXML(); }
 
 std::string PropertiesImpl::storeAsText() const {
     if (!isOverridden())
-        return store(properties_, "", TEXT_FRAME, "");
+        return store(properties_, "", textFrame, "");
     std::string text;
     for (const std::string& name : PropertiesImpl::retrievePropertyNames())
         text.append(retrievePropertyAsText(name)).append("\n");
@@ -184,12 +184,12 @@ std::string PropertiesImpl::retrievePropertyAsText(const std::string& name) cons
 
 std::string PropertiesImpl::retrievePropertyAsXML(const std::string& name) const {
     const std::string value = retrieveProperty(name, std::string());
-    return XmlUtils::ToElement(PROPERTY, value, XmlUtils::ToAttribute(NAME, name));
+    return XmlUtils::ToElement(PROPERTY, value, XmlUtils::ToAttribute(nameAttribute, name));
 }
 
 std::string PropertiesImpl::storeAsXML() const {
     if (!isOverridden())
-        return store(properties_, "<properties>", XML_FRAME, "</properties>");
+        return store(properties_, "<properties>", xmlFrame, "</properties>");
     std::string elements;
     for (const std::string& name : PropertiesImpl::retrievePropertyNames())
         elements.append(retrievePropertyAsXML(name));
@@ -197,7 +197,7 @@ std::string PropertiesImpl::storeAsXML() const {
 }
 
 void PropertiesImpl::assignPropertyFromXML(const std::string& element) {
-    const std::string name = XmlUtils::GetAttributeValue(NAME, element, std::string());
+    const std::string name = XmlUtils::GetAttributeValue(nameAttribute, element, std::string());
     assignProperty(name, XmlUtils::GetElementValue(PROPERTY, element));
 }
 

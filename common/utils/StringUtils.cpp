@@ -17,25 +17,25 @@ namespace {
 
 using EXCEPTIONS::Failure;
 
-constexpr const char* FILE_NAME = "common/utils/StringUtils";
-constexpr const char* UNREADABLE = "The input string cannot be converted to an integer";
+constexpr const char* source = "common/utils/StringUtils";
+constexpr const char* unreadable = "The input string cannot be converted to an integer";
 
-constexpr Failure AS_INTEGER{-1009, UNREADABLE, 58, "AsInteger"};
-constexpr Failure AS_DOUBLE{-1009, UNREADABLE, 68, "AsDouble"};
-constexpr Failure AS_FLOAT{-1009, UNREADABLE, 77, "AsFloat"};
-constexpr Failure AS_LONG{-1009, UNREADABLE, 86, "AsLong"};
-constexpr Failure AS_INT64{-1009, UNREADABLE, 95, "AsInt64"};
+constexpr Failure asInteger{-1009, unreadable, 58, "AsInteger"};
+constexpr Failure asDouble{-1009, unreadable, 68, "AsDouble"};
+constexpr Failure asFloat{-1009, unreadable, 77, "AsFloat"};
+constexpr Failure asLong{-1009, unreadable, 86, "AsLong"};
+constexpr Failure asInt64{-1009, unreadable, 95, "AsInt64"};
 
 // What a conversion holds as long as no number was read. Callers of AsTimeT know it.
-constexpr int NOTHING_READ = -911;
+constexpr int nothingRead = -911;
 
-constexpr const char* TRIMMED = " \r\n";
+constexpr const char* trimmed = " \r\n";
 
 template <class Number> Number asNumber(const std::string& text, const Failure& failure) {
-    Number value = NOTHING_READ;
+    Number value = nothingRead;
     readNumber(text, value);
-    if ((value == 0 && text != "0") || value == NOTHING_READ)
-        EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(FILE_NAME, failure);
+    if ((value == 0 && text != "0") || value == nothingRead)
+        EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(source, failure);
     return value;
 }
 
@@ -81,18 +81,18 @@ bool StringUtils::Matches(const std::string& text, const std::string& pattern) {
     return pattern.empty() || text == pattern;
 }
 
-int StringUtils::AsInteger(const std::string& text) { return asNumber<int>(text, AS_INTEGER); }
+int StringUtils::AsInteger(const std::string& text) { return asNumber<int>(text, asInteger); }
 
-double StringUtils::AsDouble(const std::string& text) { return asNumber<double>(text, AS_DOUBLE); }
+double StringUtils::AsDouble(const std::string& text) { return asNumber<double>(text, asDouble); }
 
-float StringUtils::AsFloat(const std::string& text) { return asNumber<float>(text, AS_FLOAT); }
+float StringUtils::AsFloat(const std::string& text) { return asNumber<float>(text, asFloat); }
 
-long StringUtils::AsLong(const std::string& text) { return asNumber<long>(text, AS_LONG); }
+long StringUtils::AsLong(const std::string& text) { return asNumber<long>(text, asLong); }
 
-std::int64_t StringUtils::AsInt64(const std::string& text) { return asNumber<std::int64_t>(text, AS_INT64); }
+std::int64_t StringUtils::AsInt64(const std::string& text) { return asNumber<std::int64_t>(text, asInt64); }
 
 std::time_t StringUtils::AsTimeT(const std::string& text) {
-    std::time_t value = NOTHING_READ;
+    std::time_t value = nothingRead;
     readNumber(text, value);
     return value;
 }
@@ -111,16 +111,16 @@ std::string StringUtils::ToUppercase(const std::string& text) { return convertBy
 std::string StringUtils::ToLowercase(const std::string& text) { return convertBytes<std::tolower>(text); }
 
 std::string StringUtils::Trim(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(TRIMMED);
+    const std::size_t first = text.find_first_not_of(trimmed);
     if (first == std::string::npos)
         return std::string();
-    return text.substr(first, text.find_last_not_of(TRIMMED) + 1 - first);
+    return text.substr(first, text.find_last_not_of(trimmed) + 1 - first);
 }
 
 void StringUtils::Trim(std::string& text) {
     // With nothing to keep, the position is the last one there is, and one more is 0.
-    text.erase(text.find_last_not_of(TRIMMED) + 1);
-    text.erase(0, text.find_first_not_of(TRIMMED));
+    text.erase(text.find_last_not_of(trimmed) + 1);
+    text.erase(0, text.find_first_not_of(trimmed));
 }
 
 void StringUtils::Sanitize(std::string& text) {

@@ -10,14 +10,14 @@ namespace ZEL {
 
 namespace {
 
-constexpr std::size_t ABSENT = std::string_view::npos;
+constexpr std::size_t absent = std::string_view::npos;
 
 // Linear in the text for any pattern, unlike std::string_view::find. No pattern is empty.
 std::size_t findFrom(std::string_view text, std::string_view pattern, std::size_t from) {
     if (from >= text.size())
-        return ABSENT;
+        return absent;
     const void* found = ::memmem(text.data() + from, text.size() - from, pattern.data(), pattern.size());
-    return found != nullptr ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : ABSENT;
+    return found != nullptr ? static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) : absent;
 }
 
 std::string join(std::string_view head, std::string_view name, std::string_view tail) {
@@ -44,7 +44,7 @@ ElementFinder::ElementFinder(std::string_view name, std::string_view text)
 std::string_view ElementFinder::next() {
     for (Pattern& opening : openings_) {
         std::size_t start = opening.find(text_, rest_);
-        if (start == ABSENT)
+        if (start == absent)
             continue;
         const std::string_view element = text_.substr(start, elementLength(start));
         if (element.empty())
@@ -64,10 +64,10 @@ std::size_t ElementFinder::elementLength(std::size_t start) {
     // With a name of slashes alone, or none, an element may close by its own opening; it has the same length either
     // way.
     const std::size_t closing = closing_.find(text_, start);
-    if (closing != ABSENT)
+    if (closing != absent)
         return closing + closing_.size() - start;
     const std::size_t end = selfClosing_.find(text_, start);
-    if (end == ABSENT || text_.substr(start + 1, end - start - 1).find('<') != ABSENT)
+    if (end == absent || text_.substr(start + 1, end - start - 1).find('<') != absent)
         return 0;
     return end + selfClosing_.size() - start;
 }
@@ -75,7 +75,7 @@ std::size_t ElementFinder::elementLength(std::size_t start) {
 std::string_view elementValue(std::string_view element) {
     const std::size_t first = element.find('>');
     const std::size_t last = element.rfind('<');
-    if (first == ABSENT || last == ABSENT || last < first)
+    if (first == absent || last == absent || last < first)
         return std::string_view();
     return element.substr(first + 1, last - first - 1);
 }
@@ -83,11 +83,11 @@ std::string_view elementValue(std::string_view element) {
 std::optional<std::string_view> attributeValue(std::string_view name, std::string_view text) {
     const std::string opening = join("", name, "=\"");
     const std::size_t found = findFrom(text, opening, 0);
-    if (found == ABSENT)
+    if (found == absent)
         return std::nullopt;
     const std::size_t start = found + opening.size();
     const std::size_t end = text.find('"', start);
-    if (end == ABSENT)
+    if (end == absent)
         return std::nullopt;
     return text.substr(start, end - start);
 }

@@ -12,7 +12,7 @@
 namespace {
 
 // What setting a variable allocates beyond name and value: "=", the NUL and 8 bytes to spare.
-constexpr std::size_t ASSIGNMENT_EXTRA = 10;
+constexpr std::size_t assignmentExtra = 10;
 
 // The order of two texts of which at least one is null: null comes before any text.
 int compareNulls(const char* a, const char* b) { return int{a != nullptr} - int{b != nullptr}; }
@@ -144,7 +144,7 @@ int vor_safeSetenv(const char* name, const char* value) {
         return -1;
     const std::size_t nameLength = std::strlen(name);
     const std::size_t valueLength = std::strlen(value);
-    const std::size_t size = nameLength + valueLength + ASSIGNMENT_EXTRA;
+    const std::size_t size = nameLength + valueLength + assignmentExtra;
     char* assignment = static_cast<char*>(std::calloc(size, 1));
     if (assignment == nullptr)
         return -1;

@@ -1,10 +1,10 @@
 #include "zel/data/Date.h"
 
-#include <gtest/gtest.h>
-
 #include <climits>
 #include <cstdlib>
 #include <ctime>
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -15,10 +15,10 @@ TEST(Date, ShortForm) {
         long time;
         const char* text;
     } rows[] = {
-        {1324266296, "12/19/11  3:44:56 AM"}, {1324267500, "12/19/11  4:05:00 AM"},
+        {1324266296, "12/19/11  3:44:56 AM"},  {1324267500, "12/19/11  4:05:00 AM"},
         {1324296300, "12/19/11  0:05:00 PM"}, // noon
         {946684800, " 1/01/00  0:00:00 AM"},  // midnight
-        {946684799, "12/31/99 11:59:59 PM"},  {-2, "12/31/69 11:59:58 PM"},
+        {946684799, "12/31/99 11:59:59 PM"},   {-2, "12/31/69 11:59:58 PM"},
         {-2147483647, "12/13/01  8:45:53 PM"},
     };
     for (const auto& row : rows) {

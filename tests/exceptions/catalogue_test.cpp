@@ -1,12 +1,12 @@
 // The identity of every exception class, as clients rely on it. The rows are written by hand: they are the contract.
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <memory>
 #include <sstream>
 #include <typeinfo>
+
+#include <gtest/gtest.h>
 
 using namespace ZEL::EXCEPTIONS;
 using ZEL::RT::LocalText;
@@ -66,8 +66,8 @@ const Row rows[] = {
      "UnexpectedException LogicException ZelException"},
     {"PolicyException", [] { return new PolicyException(PARTS); }, "PolicyException", "-18 -2 -1",
      "PolicyException RuntimeException ZelException"},
-    {"InvalidHandleException", [] { return new InvalidHandleException(PARTS); }, "InvalidHandleException",
-     "-19 -2 -1", "InvalidHandleException RuntimeException ZelException"},
+    {"InvalidHandleException", [] { return new InvalidHandleException(PARTS); }, "InvalidHandleException", "-19 -2 -1",
+     "InvalidHandleException RuntimeException ZelException"},
     {"LogicException", [] { return new LogicException(PARTS); }, "LogicException", "-20 -1",
      "LogicException ZelException"},
     {"LockException", [] { return new LockException(PARTS); }, "LockException", "-21 -2 -1",
@@ -76,9 +76,8 @@ const Row rows[] = {
      "OperationNotSupportedException", "-22 -23 -8 -2 -1", "OperationException RuntimeException ZelException"},
     {"OperationException", [] { return new OperationException("o", PARTS); }, "OperationException", "-23 -8 -2 -1",
      "OperationException RuntimeException ZelException"},
-    {"OperationAbortedException", [] { return new OperationAbortedException("o", PARTS); },
-     "OperationAbortedException", "-24 -23 -8 -2 -1",
-     "OperationAbortedException OperationException RuntimeException ZelException"},
+    {"OperationAbortedException", [] { return new OperationAbortedException("o", PARTS); }, "OperationAbortedException",
+     "-24 -23 -8 -2 -1", "OperationAbortedException OperationException RuntimeException ZelException"},
     {"OperationFailedException", [] { return new OperationFailedException("o", PARTS); }, "OperationFailedException",
      "-25 -23 -8 -2 -1", "OperationFailedException OperationException RuntimeException ZelException"},
     {"PassPhrasePolicyException", [] { return new PassPhrasePolicyException(PARTS); }, "PassPhrasePolicyException",

@@ -1,11 +1,11 @@
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
+#include "support/CapturedTrace.h"
 
 #include <cerrno>
-#include <dlfcn.h>
 
-#include "support/CapturedTrace.h"
+#include <dlfcn.h>
+#include <gtest/gtest.h>
 
 using namespace ZEL::EXCEPTIONS;
 using ZEL::RT::LocalText;
@@ -16,7 +16,7 @@ using Lines = std::vector<std::string>;
 
 Lines described(const std::string& name, int code, const std::string& message, const std::string& method,
                 const std::string& file, int line) {
-    return {"Entering",         "name: " + name, "code: " + std::to_string(code), "message: " + message,
+    return {"Entering",          "name: " + name, "code: " + std::to_string(code), "message: " + message,
             "method: " + method, "file: " + file, "line: " + std::to_string(line), "Leaving"};
 }
 
@@ -60,8 +60,7 @@ TEST(Exception, LocationKeepsWhatIsNotReplaced) {
     EXPECT_EQ(e.getExecutionPoint(), "f.cpp::op() @3");
     e.setSourceLocation("g.cpp", -7, nullptr);
     EXPECT_EQ(e.getExecutionPoint(), "g.cpp::op() @3");
-    EXPECT_EQ(trace.texts(),
-              described("n", -1, "bad", "op", "f.cpp", 3) + described("n", -1, "bad", "op", "g.cpp", 3));
+    EXPECT_EQ(trace.texts(), described("n", -1, "bad", "op", "f.cpp", 3) + described("n", -1, "bad", "op", "g.cpp", 3));
     const ZelException unknown("n", -1, "ZEL", -1001, "code", "bad", nullptr, -4, nullptr);
     EXPECT_EQ(unknown.getSourceLine(), -1);
     EXPECT_EQ(unknown.getSourceFile(), nullptr);
@@ -115,7 +114,8 @@ TEST(Exception, ErrnoSurvivesBuildingThrowingAndCopying) {
     const CapturedTrace trace;
     errno = EXDEV;
     try {
-        throwException(IOException(std::string(5000, 'x'), "ZEL", -1, "code", "bad", nullptr, -1, nullptr), "f", 1, "m");
+        throwException(IOException(std::string(5000, 'x'), "ZEL", -1, "code", "bad", nullptr, -1, nullptr), "f", 1,
+                       "m");
     } catch (const ZelException& e) {
         const std::unique_ptr<ZelException> clone(e.clone());
         EXPECT_EQ(errno, EXDEV);

@@ -1,12 +1,12 @@
 // Memory that runs out anywhere ends in an exception, with nothing lost and nothing repeated without end.
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
+#include "support/AllocationFault.h"
 
 #include <functional>
 #include <memory>
 
-#include "support/AllocationFault.h"
+#include <gtest/gtest.h>
 
 using namespace ZEL::EXCEPTIONS;
 

@@ -1,8 +1,8 @@
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
-
 #include "support/CapturedTrace.h"
+
+#include <gtest/gtest.h>
 
 using ZEL::RT::SmartPointer;
 

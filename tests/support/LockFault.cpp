@@ -3,6 +3,7 @@
 #include "zel/api/vor_mutex.h"
 
 #include <cerrno>
+
 #include <pthread.h>
 
 namespace {

@@ -1,13 +1,13 @@
 #include "zel/vor.h"
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
+#include "support/LockFault.h"
+#include "support/Sanitizers.h"
 
 #include <csignal>
 #include <thread>
 
-#include "support/LockFault.h"
-#include "support/Sanitizers.h"
+#include <gtest/gtest.h>
 
 using ZEL::EXCEPTIONS::LockException;
 using ZEL::RT::AtomicInt;
@@ -57,7 +57,8 @@ TEST(Mutex, FailuresNameTheirPlace) {
     EXPECT_EQ(failureOf([&] {
                   const LockFault fault(LockFault::Locking);
                   mutex.lock(5);
-              }), lock);
+              }),
+              lock);
     EXPECT_EQ(failureOf([&] {
                   const LockFault fault(LockFault::Locking);
                   const ZEL::MutexGrabber grabber(mutex);

@@ -1,13 +1,13 @@
 #include "zel/vor.h"
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
+#include "support/Sanitizers.h"
 
 #include <cerrno>
 #include <memory>
-#include <sched.h>
 
-#include "support/Sanitizers.h"
+#include <gtest/gtest.h>
+#include <sched.h>
 
 using ZEL::RT::Thread;
 

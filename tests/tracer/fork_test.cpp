@@ -2,15 +2,15 @@
 #include "zel/vor.h"
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
-
 #include "support/CapturedTrace.h"
 #include "support/Sanitizers.h"
+
+#include <atomic>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 

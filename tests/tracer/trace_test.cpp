@@ -1,6 +1,7 @@
 #include "zel/zel.h"
 
-#include <gtest/gtest.h>
+#include "support/CapturedTrace.h"
+#include "support/TemporaryDirectory.h"
 
 #include <cerrno>
 #include <clocale>
@@ -8,8 +9,7 @@
 #include <ctime>
 #include <thread>
 
-#include "support/CapturedTrace.h"
-#include "support/TemporaryDirectory.h"
+#include <gtest/gtest.h>
 
 using ZEL::Tracer;
 using ZEL::RT::TraceRecord;
@@ -17,9 +17,7 @@ using namespace ZEL::TRACE;
 
 namespace {
 
-std::string stamp() {
-    return " Thread " + std::to_string(static_cast<int>(ZEL::RT::Thread::myThreadID()));
-}
+std::string stamp() { return " Thread " + std::to_string(static_cast<int>(ZEL::RT::Thread::myThreadID())); }
 
 TEST(TraceRecord, LineHasThePartsThatAreKnown) {
     Tracer both("op", "Class", 0, false);
@@ -254,11 +252,12 @@ TEST(TraceWriter, TracesFromFirstToLast) {
     const TemporaryDirectory directory;
     const std::string path = directory.file("trace", "old contents");
     const auto scope = [](const std::string& name) { return " " + name + "(): Entering\n " + name + "(): Leaving\n"; };
-    const std::string all = scope("static initialiser") + scope("main") + scope("exit handler") +
-                            scope("static destructor");
+    const std::string all =
+        scope("static initialiser") + scope("main") + scope("exit handler") + scope("static destructor");
     const auto expectTrace = [&](const std::string& trace) {
         EXPECT_EQ(trace.find(" early library(): Entering\n"), 0U);
-        EXPECT_NE(trace.find(" early library(): caught\n early library(): Leaving\n" + all), std::string::npos) << trace;
+        EXPECT_NE(trace.find(" early library(): caught\n early library(): Leaving\n" + all), std::string::npos)
+            << trace;
     };
     EXPECT_EQ(run("VOR_TRACE='" + path + "' " ZEL_TEST_TRACED_PROGRAM), "");
     expectTrace(directory.contents(path));

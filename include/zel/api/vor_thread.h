@@ -9,9 +9,9 @@
 #ifndef ZEL_API_VOR_THREAD_H
 #define ZEL_API_VOR_THREAD_H
 
-#include <pthread.h>
-
 #include "zel/export.h"
+
+#include <pthread.h>
 
 #ifdef __cplusplus
 extern "C" {

@@ -3,9 +3,9 @@
 #ifndef ZEL_DATA_DATE_H
 #define ZEL_DATA_DATE_H
 
-#include <string>
-
 #include "zel/export.h"
+
+#include <string>
 
 namespace ZEL {
 

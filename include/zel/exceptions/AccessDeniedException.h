@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_ACCESSDENIEDEXCEPTION_H
 #define ZEL_EXCEPTIONS_ACCESSDENIEDEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/RuntimeException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_BADALLOCEXCEPTION_H
 #define ZEL_EXCEPTIONS_BADALLOCEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/SystemException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,10 +3,10 @@
 #ifndef ZEL_EXCEPTIONS_IEXCEPTIONDATA_H
 #define ZEL_EXCEPTIONS_IEXCEPTIONDATA_H
 
-#include <string>
-
 #include "zel/exceptions/Object.h"
 #include "zel/memory/SmartPointer.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_INVALIDARGUMENTEXCEPTION_H
 #define ZEL_EXCEPTIONS_INVALIDARGUMENTEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/RuntimeException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_INVALIDHANDLEEXCEPTION_H
 #define ZEL_EXCEPTIONS_INVALIDHANDLEEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/RuntimeException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

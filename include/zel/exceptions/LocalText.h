@@ -3,17 +3,17 @@
 #ifndef ZEL_EXCEPTIONS_LOCALTEXT_H
 #define ZEL_EXCEPTIONS_LOCALTEXT_H
 
-#include <string>
-
 #include "zel/exceptions/ILocalizable.h"
+
+#include <string>
 
 namespace ZEL::RT {
 
 /// A catalogue entry as a plain value. Nothing is looked up: it answers with what it was made of.
 class ZEL_API LocalText : public ILocalizable {
 public:
-    LocalText(const std::string& catalogName, int entryCode, const std::string& entryName,
-              const std::string& entryText, const std::string& locale);
+    LocalText(const std::string& catalogName, int entryCode, const std::string& entryName, const std::string& entryText,
+              const std::string& locale);
 
     /// The locale is "".
     LocalText(const std::string& catalogName, int entryCode, const std::string& entryName,

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_LOGICEXCEPTION_H
 #define ZEL_EXCEPTIONS_LOGICEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/ZelException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

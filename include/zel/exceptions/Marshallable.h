@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_MARSHALLABLE_H
 #define ZEL_EXCEPTIONS_MARSHALLABLE_H
 
-#include <string>
-
 #include "zel/exceptions/Mixinable.h"
+
+#include <string>
 
 namespace ZEL {
 

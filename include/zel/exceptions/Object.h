@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_OBJECT_H
 #define ZEL_EXCEPTIONS_OBJECT_H
 
-#include <string>
-
 #include "zel/export.h"
+
+#include <string>
 
 namespace ZEL {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_OBJECTALREADYEXISTSEXCEPTION_H
 #define ZEL_EXCEPTIONS_OBJECTALREADYEXISTSEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/ObjectException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

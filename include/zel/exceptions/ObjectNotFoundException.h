@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_OBJECTNOTFOUNDEXCEPTION_H
 #define ZEL_EXCEPTIONS_OBJECTNOTFOUNDEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/ObjectException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_OPERATIONEXCEPTION_H
 #define ZEL_EXCEPTIONS_OPERATIONEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/SystemException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_OPERATIONNOTSUPPORTEDEXCEPTION_H
 #define ZEL_EXCEPTIONS_OPERATIONNOTSUPPORTEDEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/OperationException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_PASSPHRASEPOLICYEXCEPTION_H
 #define ZEL_EXCEPTIONS_PASSPHRASEPOLICYEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/PolicyException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

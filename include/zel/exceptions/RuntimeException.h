@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_RUNTIMEEXCEPTION_H
 #define ZEL_EXCEPTIONS_RUNTIMEEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/ZelException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_UNEXPECTEDEXCEPTION_H
 #define ZEL_EXCEPTIONS_UNEXPECTEDEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/LogicException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_EXCEPTIONS_XMLEXCEPTION_H
 #define ZEL_EXCEPTIONS_XMLEXCEPTION_H
 
-#include <string>
-
 #include "zel/exceptions/SerializationException.h"
+
+#include <string>
 
 namespace ZEL::EXCEPTIONS {
 

@@ -3,12 +3,12 @@
 #ifndef ZEL_EXCEPTIONS_ZELEXCEPTION_H
 #define ZEL_EXCEPTIONS_ZELEXCEPTION_H
 
-#include <exception>
-#include <string>
-
 #include "zel/exceptions/IExceptionData.h"
 #include "zel/export.h"
 #include "zel/memory/SmartPointer.h"
+
+#include <exception>
+#include <string>
 
 namespace ZEL {
 

@@ -3,11 +3,11 @@
 #ifndef ZEL_MEMORY_SMARTPOINTER_H
 #define ZEL_MEMORY_SMARTPOINTER_H
 
-#include <type_traits>
-#include <utility>
-
 #include "zel/export.h"
 #include "zel/threads/AtomicInt.h"
+
+#include <type_traits>
+#include <utility>
 
 namespace ZEL::RT {
 

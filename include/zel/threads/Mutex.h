@@ -3,9 +3,9 @@
 #ifndef ZEL_THREADS_MUTEX_H
 #define ZEL_THREADS_MUTEX_H
 
-#include <pthread.h>
-
 #include "zel/export.h"
+
+#include <pthread.h>
 
 namespace ZEL {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_THREADS_SEMAPHORE_H
 #define ZEL_THREADS_SEMAPHORE_H
 
-#include <semaphore.h>
-
 #include "zel/export.h"
+
+#include <semaphore.h>
 
 namespace ZEL {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_THREADS_THREAD_H
 #define ZEL_THREADS_THREAD_H
 
-#include <pthread.h>
-
 #include "zel/export.h"
+
+#include <pthread.h>
 
 namespace ZEL::RT {
 

@@ -3,9 +3,9 @@
 #ifndef ZEL_TRACER_TRACE_H
 #define ZEL_TRACER_TRACE_H
 
-#include <iosfwd>
-
 #include "zel/export.h"
+
+#include <iosfwd>
 
 /// Switches of the process-wide trace. Records kept in memory until then, at most the last 256, are printed first.
 /// May be called from any thread; see ZEL::RT::TraceWriter for what each destination does.

@@ -3,9 +3,9 @@
 #ifndef ZEL_TRACER_TRACERECORD_H
 #define ZEL_TRACER_TRACERECORD_H
 
-#include <string>
-
 #include "zel/export.h"
+
+#include <string>
 
 namespace ZEL {
 

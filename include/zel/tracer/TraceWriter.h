@@ -3,13 +3,13 @@
 #ifndef ZEL_TRACER_TRACEWRITER_H
 #define ZEL_TRACER_TRACEWRITER_H
 
-#include <atomic>
-#include <iosfwd>
-
 #include "zel/export.h"
 #include "zel/threads/Mutex.h"
 #include "zel/tracer/Queue.h"
 #include "zel/tracer/TraceRecord.h"
+
+#include <atomic>
+#include <iosfwd>
 
 namespace ZEL {
 
@@ -97,7 +97,7 @@ private:
     Queue<TraceRecord, std::deque<TraceRecord>> ring_; // under bufferMutex_
     Mutex bufferMutex_;
     Mutex outputMutex_;
-    std::ostream* stream_;  // this and the rest under outputMutex_
+    std::ostream* stream_; // this and the rest under outputMutex_
     std::ofstream* file_;
     Callback callback_;
 };

@@ -3,11 +3,11 @@
 #ifndef ZEL_TRACER_TRACER_H
 #define ZEL_TRACER_TRACER_H
 
+#include "zel/export.h"
+
 #include <cstdarg>
 #include <string>
 #include <string_view>
-
-#include "zel/export.h"
 
 namespace ZEL {
 
