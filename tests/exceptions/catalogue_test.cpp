@@ -127,7 +127,9 @@ TEST(Catalogue, EveryClassAgainstEveryCodeAndName) {
         EXPECT_STREQ(made->what(), "text");
         EXPECT_EQ(made->getEntryCode(), -1234);
         const Made clone(made->clone());
-        EXPECT_EQ(typeid(*clone), typeid(*made));
+        const ZelException& original = *made;
+        const ZelException& copy = *clone;
+        EXPECT_EQ(typeid(copy), typeid(original));
     }
 }
 
