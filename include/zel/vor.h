@@ -25,6 +25,7 @@
 
 #include "zel/api/vor_mutex.h"
 #include "zel/api/vor_thread.h"
+#include "zel/persistence/vor_file.h"
 #include "zel/utils/vor_runtime.h"
 
 #endif
