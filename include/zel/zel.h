@@ -69,5 +69,6 @@
 #include "zel/utils/XmlUtils.h"
 
 // persistence
+#include "zel/persistence/FileLockImpl.h"
 
 #endif
