@@ -70,5 +70,7 @@
 
 // persistence
 #include "zel/persistence/FileLockImpl.h"
+#include "zel/persistence/ILocalFile.h"
+#include "zel/persistence/LocalFileImpl.h"
 
 #endif
