@@ -1,0 +1,20 @@
+# The examples run and print what they promise.
+
+# zel_example_test(NAME PROGRAM ARGUMENTS STATUS PATTERN)
+function(zel_example_test name program arguments status pattern)
+  add_test(NAME ${name} COMMAND ${CMAKE_COMMAND} -D PROGRAM=$<TARGET_FILE:${program}> -D ARGUMENTS=${arguments}
+    -D STATUS=${status} -D "PATTERN=${pattern}" -D FOLDER=${CMAKE_CURRENT_BINARY_DIR}/${name}
+    -P ${CMAKE_CURRENT_SOURCE_DIR}/support/run_example.cmake)
+endfunction()
+
+if(TARGET tour)
+  zel_example_test(tour tour /etc/os-release 0
+    "\nID=.*<property  name=\"ID\">.*has not changed.*noticed.*tour=changed.*: +IOException\n.*: +-9\n.*: +-1085\n.*: +Could not open file for reading\n.*/missing\n.*FileLock::obtainLock\\(\\) @58\n.* Thread -?[0-9]+ FileLockImpl::FileLockImpl\\(\\)\\(\\): Entering\n.*code: -9\n.*: Leaving\n$")
+  zel_example_test(tour-missing tour /nowhere 1 "^tour: /nowhere: Could not open file for reading")
+  zel_example_test(tour-unreadable tour / 1 "tour: /: Could not open file for read")
+  zel_example_test(tour-usage tour "" 1 "^usage: tour FILE\n$")
+  zel_example_test(first-steps first_steps "" 0
+    "^host=localhost\nport=70000\nInvalidArgumentException at first_steps::portOf\\(\\) @[0-9]+: A port lies .* 70000\n.* portOf\\(\\): the port is '70000'\n.*message: A port.*<property  name=\"port\">8080<")
+  zel_example_test(first-steps-c first_steps_c "" 0
+    "^the file has changed and now has 36 bytes:\nwritten by main\nwritten by a thread\n$")
+endif()
