@@ -1,4 +1,4 @@
-# The examples run and print what they promise.
+# The examples run and print what they promise, and the README shows the very programs that are built here.
 
 # zel_example_test(NAME PROGRAM ARGUMENTS STATUS PATTERN)
 function(zel_example_test name program arguments status pattern)
@@ -18,3 +18,6 @@ if(TARGET tour)
   zel_example_test(first-steps-c first_steps_c "" 0
     "^the file has changed and now has 36 bytes:\nwritten by main\nwritten by a thread\n$")
 endif()
+
+add_test(NAME readme COMMAND ${CMAKE_COMMAND} -D ROOT=${PROJECT_SOURCE_DIR}
+  -P ${CMAKE_CURRENT_SOURCE_DIR}/support/check_readme.cmake)
