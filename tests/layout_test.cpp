@@ -11,6 +11,8 @@
 using namespace ZEL;
 using namespace ZEL::EXCEPTIONS;
 using namespace ZEL::RT;
+using DATA::ByteArrayImpl;
+using DATA::IByteArray;
 
 namespace {
 
@@ -36,6 +38,26 @@ TEST(Layout, SlotsOfTheRoots) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.slot, row.expected) << row.function;
+}
+
+TEST(Layout, SlotsOfByteArrays) {
+    using A = IByteArray;
+    const std::size_t slots[] = {
+        slotOf(static_cast<const unsigned char* (A::*)(unsigned int*) const>(&A::getData)),
+        slotOf(static_cast<unsigned char* (A::*)(unsigned int*)>(&A::getData)),
+        slotOf(static_cast<const VOR_ByteArray* (A::*)() const>(&A::toBinary)),
+        slotOf(static_cast<VOR_ByteArray* (A::*)()>(&A::toBinary)),
+        slotOf(&A::setData),
+        slotOf(&A::toReadable),
+        slotOf(&A::getSize),
+        slotOf(&A::operator<),
+        slotOf(&A::operator==),
+    };
+    std::size_t expected = 3; // behind toString and the destructor's two
+    for (const std::size_t slot : slots)
+        EXPECT_EQ(slot, expected++);
+    EXPECT_EQ(slotOf(&A::toString), 0u);
+    EXPECT_EQ(slotOf(&ByteArrayImpl::clear), SIZE_MAX);
 }
 
 TEST(Layout, SlotsOfExceptions) {
@@ -81,6 +103,8 @@ TEST(Layout, Sizes) {
         {"Thread", sizeof(Thread), 16, 32},
         {"Tracer", sizeof(Tracer), 16, 32},
         {"TraceRecord", sizeof(TraceRecord), 44, 72},
+        {"VOR_ByteArray", sizeof(VOR_ByteArray), 8, 16},
+        {"ByteArrayImpl", sizeof(ByteArrayImpl), 16, 32},
         {"Date", sizeof(Date), 8, 16},
         {"ZelException", sizeof(ZelException), 136, 208},
         {"PassPhrasePolicyException", sizeof(PassPhrasePolicyException), 136, 208},

@@ -3,6 +3,7 @@
  *
  * Success is 0. A failure is a small number of the family or, for mutexes and threads, the system's error code. A null
  * argument is answered like this, and nothing else is done:
+ * - byte arrays: 1; a null source of bytes stands for zeros
  * - mutexes: -41
  * - threads: -1 for a null routine, a null place for the handle and the handle 0, of which vor_testThread answers 0
  * - files: 1
@@ -10,6 +11,7 @@
  * - functions without a result: nothing
  *
  * What a function hands out belongs to the caller, who gives it back once, with the function that is made for it:
+ * - a byte array that was filled: vor_clearByteArray
  * - vor_createMutex: vor_deleteMutex
  * - vor_startThread: vor_waitThread
  * - vor_safeOpenFile: vor_safeCloseFile
@@ -23,11 +25,12 @@
  * vor_safeOpenFile, is unwound through them. Where threads are cancelled, these two are never called from a C++
  * function that is noexcept, nor from a destructor.
  *
- * Any thread may call any function. A file handle is for one thread at a time.
+ * Any thread may call any function. A byte array, like a file handle, is for one thread at a time.
  */
 #ifndef ZEL_VOR_H
 #define ZEL_VOR_H
 
+#include "zel/api/vor_bytearray.h"
 #include "zel/api/vor_mutex.h"
 #include "zel/api/vor_thread.h"
 #include "zel/persistence/vor_file.h"

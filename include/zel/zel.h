@@ -51,7 +51,9 @@
 #include "zel/threads/Thread.h"
 
 // data
+#include "zel/data/ByteArrayImpl.h"
 #include "zel/data/Date.h"
+#include "zel/data/IByteArray.h"
 
 // tracer
 #include "zel/tracer/Queue.h"

@@ -1,0 +1,7 @@
+#include "zel/data/IByteArray.h"
+
+namespace ZEL::DATA {
+
+IByteArray::~IByteArray() = default;
+
+} // namespace ZEL::DATA
