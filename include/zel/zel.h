@@ -67,6 +67,7 @@
 #include "zel/utils/IProperties.h"
 #include "zel/utils/PropertiesImpl.h"
 #include "zel/utils/StringUtils.h"
+#include "zel/utils/UrnUtils.h"
 #include "zel/utils/Vector.h"
 #include "zel/utils/XmlUtils.h"
 
