@@ -7,6 +7,7 @@
  * - mutexes: -41
  * - threads: -1 for a null routine, a null place for the handle and the handle 0, of which vor_testThread answers 0
  * - files: 1
+ * - pass phrases: -1
  * - wrappers of the C runtime: null, or what their header says
  * - functions without a result: nothing
  *
@@ -33,6 +34,7 @@
 #include "zel/api/vor_bytearray.h"
 #include "zel/api/vor_mutex.h"
 #include "zel/api/vor_thread.h"
+#include "zel/api/zel_password.h"
 #include "zel/persistence/vor_file.h"
 #include "zel/utils/vor_runtime.h"
 

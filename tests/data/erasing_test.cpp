@@ -1,5 +1,6 @@
 // No block of memory goes back with a secret in it: this program's allocator stands before the C library's and looks
 // through all that is given back, by operator delete too.
+#include "zel/api/zel_password.h"
 #include "zel/data/ByteArrayImpl.h"
 #include "zel/utils/StringUtils.h"
 
@@ -174,6 +175,13 @@ TEST_F(Erasing, SizesForWhichThereIsNoMemory) {
     watch(0);
     const ByteArrayImpl none(secret, 4);
     EXPECT_TRUE(none < zeros && !(zeros < none) && !(none == zeros));
+}
+
+TEST_F(Erasing, PassPhrasesAreNotCopied) {
+    const zel_PasswordPolicy policy = {0, 0, 1, 1, 1};
+    watch();
+    EXPECT_EQ(zel_verifyPassword("A-phrase-of-4-words", &policy), 1);
+    EXPECT_EQ(allocator.made, 0);
 }
 
 TEST_F(Erasing, TheAllocatorSeesSecrets) {
