@@ -17,6 +17,8 @@ if(TARGET tour)
     "^host=localhost\nport=70000\nInvalidArgumentException at first_steps::portOf\\(\\) @[0-9]+: A port lies .* 70000\n.* portOf\\(\\): the port is '70000'\n.*message: A port.*<property  name=\"port\">8080<")
   zel_example_test(first-steps-c first_steps_c "" 0
     "^the file has changed and now has 36 bytes:\nwritten by main\nwritten by a thread\n$")
+  zel_example_test(flat flat "" 0
+    "^byte array: 16 bytes, then 5, then none\nmutex: 2 threads counted to 2000\nfile: 20 bytes read back\npass phrase: refused, accepted\n$")
 endif()
 
 add_test(NAME readme COMMAND ${CMAKE_COMMAND} -D ROOT=${PROJECT_SOURCE_DIR}
