@@ -163,7 +163,23 @@ static void files(const char* path) {
     remove(path);
 }
 
+static void values(void) {
+    const zel_PasswordPolicy policy = {4, 0, 1, 1, 1};
+    VOR_ByteArray array, copy = {0, NULL};
+
+    CHECK(vor_initializeByteArrayFromString(&array, "abc") == 0 && vor_copyByteArray(&copy, &array) == 0);
+    CHECK(vor_containsByteArray(&copy) == 1 && copy.size == 3 && memcmp(copy.data, "abc", 4) == 0);
+    vor_shredByteArray(&copy);
+    CHECK(copy.size == 3 && copy.data[0] == 0);
+    vor_clearByteArray(&copy);
+    CHECK(vor_setByteArray(&array, 0, NULL) == 0 && array.data == NULL && vor_copyByteArray(&array, NULL) == 1);
+
+    CHECK(zel_verifyPassword("aB1!", &policy) == 1 && zel_verifyPassword("aB1", &policy) == 0);
+    CHECK(zel_verifyPassword(NULL, &policy) == -1 && strlen(zel_getSpecialCharacters()) == 32);
+}
+
 int main(void) {
+    values();
     mutexes();
     threads();
     runtime();
