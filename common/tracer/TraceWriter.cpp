@@ -1,11 +1,14 @@
 #include "zel/tracer/TraceWriter.h"
 
+#include "zel/api/vor_mutex.h"
 #include "zel/threads/MutexGrabber.h"
 #include "zel/utils/EnvUtils.h"
 
 #include "threads/CancellationShield.h"
 #include "threads/ImmortalMutex.h"
+#include "tracer/LastingNames.h"
 #include "tracer/TraceParts.h"
+#include "tracer/Unloading.h"
 #include "utils/ErrnoKeeper.h"
 #include "utils/SecureProcess.h"
 
@@ -32,6 +35,9 @@ ImmortalMutex creationMutex;
 [[maybe_unused]] const Mutex& madeAtLoad = creationMutex.get();
 
 std::atomic<TraceWriter*> instance{nullptr};
+
+// How many libraries are being unloaded at the moment.
+std::atomic<int> unloading{0};
 
 // Whether the calling thread is inside the writer. What it traces there is dropped: a callback that traces, a lock
 // whose failure is traced and an allocation that fails would otherwise come back here without end.
@@ -111,8 +117,10 @@ struct TraceWriter::Fork {
         TraceWriter* writer = instance.load(std::memory_order_acquire);
         if (writer == nullptr)
             return;
-        if (!bufferHeld) // caught in the middle of a change: not even fit to be destroyed
+        if (!bufferHeld) { // caught in the middle of a change: not even fit to be destroyed
             new (&writer->ring_) Queue<TraceRecord, std::deque<TraceRecord>>;
+            LastingNames::renew();
+        }
         new (&writer->bufferMutex_) Mutex;
         new (&writer->outputMutex_) Mutex;
     }
@@ -254,7 +262,11 @@ template <class Change> void TraceWriter::redirect(Change change) {
 
 void TraceWriter::keep(const TraceRecord& record) { keep(record.parts()); }
 
-void TraceWriter::keep(const TraceParts& parts) {
+void TraceWriter::keep(TraceParts parts) {
+    if (unloading.load(std::memory_order_relaxed) != 0) {
+        parts.functionName = LastingNames::of(parts.functionName);
+        parts.className = LastingNames::of(parts.className);
+    }
     if (ring_.size() < ringBound) {
         ring_.push(TraceRecord(parts));
         return;
@@ -282,5 +294,33 @@ void TraceWriter::drain() {
         ring_.pop();
     }
 }
+
+// Once around, which leaves the order as it was.
+void TraceWriter::keepNames() {
+    for (std::size_t i = 0; i < ring_.size(); ++i) {
+        TraceRecord& record = ring_.front();
+        record.functionName_ = LastingNames::of(record.functionName_);
+        record.className_ = LastingNames::of(record.className_);
+        ring_.turn();
+    }
+}
+
+// A thread that unloads while it is printing may hold the output mutex alone, and must not wait for the buffer mutex
+// for long: one who has that waits for the other. There is hardly anything in the ring while the trace is printed.
+Unloading::Unloading() {
+    ++unloading;
+    TraceWriter* writer = instance.load(std::memory_order_acquire);
+    if (writer == nullptr)
+        return;
+    Mutex& mutex = writer->bufferMutex_;
+    const bool locked = inside ? TraceWriter::Fork::tryLock(mutex) : vor_lockMutex(&mutex) == 0;
+    const Inside scope;
+    if (!locked)
+        return;
+    writer->keepNames();
+    vor_unlockMutex(&mutex);
+}
+
+Unloading::~Unloading() { --unloading; }
 
 } // namespace ZEL::RT

@@ -17,6 +17,8 @@ class Tracer;
 
 namespace RT {
 
+class Unloading;
+
 /// Keeps the last 256 records in memory or prints each at once: to a file, a stream or a callback. Records kept in
 /// memory are printed first to the destination that is chosen next, oldest first.
 ///
@@ -78,6 +80,7 @@ public:
 
 private:
     friend class ZEL::Tracer;
+    friend class Unloading;
 
     struct Fork;
     struct Layout;
@@ -88,7 +91,8 @@ private:
     template <class Source> ZEL_LOCAL void route(const Source& source);
     template <class Change> ZEL_LOCAL void redirect(Change change);
     ZEL_LOCAL void keep(const TraceRecord& record);
-    ZEL_LOCAL void keep(const TraceParts& parts);
+    ZEL_LOCAL void keep(TraceParts parts);
+    ZEL_LOCAL void keepNames();
     ZEL_LOCAL void print(const TraceRecord& record);
     ZEL_LOCAL void print(const TraceParts& parts);
     ZEL_LOCAL void drain();
