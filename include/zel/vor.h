@@ -8,6 +8,7 @@
  * - threads: -1 for a null routine, a null place for the handle and the handle 0, of which vor_testThread answers 0
  * - files: 1
  * - pass phrases: -1
+ * - libraries: null, 0 for a search, -1 for a handle to unload
  * - wrappers of the C runtime: null, or what their header says
  * - functions without a result: nothing
  *
@@ -17,10 +18,13 @@
  * - vor_startThread: vor_waitThread
  * - vor_safeOpenFile: vor_safeCloseFile
  * - vor_safeReadContents and vor_safeToLower: vor_safeFreeBuffer
+ * - vor_formatLibraryName and vor_findLibrary: free
+ * - vor_loadLibrary and vor_loadLibraryFromPath: vor_unloadLibrary
  * - vor_safeGetenv: nothing, as the text is the environment's own
  *
  * Three calls may block: vor_lockMutex while another thread holds the mutex, vor_waitThread until the thread ends, and
- * vor_safeOpenFile half a second for each retry. Everything else takes as long as the disk does.
+ * vor_safeOpenFile half a second for each retry. Everything else takes as long as the disk does, and loading or
+ * unloading a library as long as its initialisers and finalisers do.
  *
  * Nothing throws. But a thread that is cancelled while it waits in vor_waitThread, or between the retries of
  * vor_safeOpenFile, is unwound through them. Where threads are cancelled, these two are never called from a C++
@@ -34,7 +38,9 @@
 #include "zel/api/vor_bytearray.h"
 #include "zel/api/vor_mutex.h"
 #include "zel/api/vor_thread.h"
+#include "zel/api/zel_info.h"
 #include "zel/api/zel_password.h"
+#include "zel/library/vor_library.h"
 #include "zel/persistence/vor_file.h"
 #include "zel/utils/vor_runtime.h"
 

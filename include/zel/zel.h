@@ -76,4 +76,12 @@
 #include "zel/persistence/ILocalFile.h"
 #include "zel/persistence/LocalFileImpl.h"
 
+// library
+#include "zel/library/DllManager.h"
+#include "zel/library/DynamicLibraryImpl.h"
+#include "zel/library/DynamicMethod.h"
+#include "zel/library/FileUtils.h"
+#include "zel/library/FunctionTableImpl.h"
+#include "zel/library/Library.h"
+
 #endif
