@@ -88,6 +88,15 @@ TEST(Layout, SlotsOfExceptions) {
     EXPECT_EQ(slotOf(&E::setSourceLocation), SIZE_MAX);
 }
 
+TEST(Layout, SlotsOfFunctionTables) {
+    EXPECT_EQ(slotOf(&DynamicMethod::toString), 0u);
+    EXPECT_EQ(slotOf(&DynamicMethod::assigned), 3u); // behind the destructor's two
+    EXPECT_EQ(slotOf(&DynamicMethod::empty), 4u);
+    EXPECT_EQ(slotOf(&FunctionTableImpl::toString), 0u);
+    EXPECT_EQ(slotOf(&FunctionTableImpl::assigned), 3u);
+    EXPECT_EQ(slotOf(&FunctionTableImpl::empty), 4u);
+}
+
 TEST(Layout, Sizes) {
     const bool ia32 = sizeof(void*) == 4;
     const struct {
@@ -110,6 +119,12 @@ TEST(Layout, Sizes) {
         {"PassPhrasePolicyException", sizeof(PassPhrasePolicyException), 136, 208},
         {"LocalText", sizeof(LocalText), 104, 144},
         {"PropertiesImpl", sizeof(PropertiesImpl), 32, 64},
+        {"Library", sizeof(Library), 76, 104},
+        {"DynamicLibraryImpl", sizeof(DynamicLibraryImpl), 80, 112},
+        {"DllManager", sizeof(DllManager), 48, 88},
+        {"DynamicMethod", sizeof(DynamicMethod), 56, 80},
+        {"FunctionTableImpl", sizeof(FunctionTableImpl), 44, 72},
+        {"zel_LibraryInfo", sizeof(zel_LibraryInfo), 40, 80},
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.size, ia32 ? row.onIa32 : row.onX86_64) << row.type;

@@ -178,11 +178,29 @@ static void values(void) {
     CHECK(zel_verifyPassword(NULL, &policy) == -1 && strlen(zel_getSpecialCharacters()) == 32);
 }
 
+static void libraries(void) {
+    char found[64];
+    zel_LibraryInfo info;
+    char* name = vor_formatLibraryName("foo", "lib", ".so");
+    void* mathematics = vor_loadLibrary("libm.so.6");
+
+    CHECK(name != NULL && strcmp(name, "libfoo.so") == 0);
+    free(name);
+    CHECK(vor_findFileOnPath("etc", "/nowhere:/", "", found, sizeof found) == 1 && strcmp(found, "//etc") == 0);
+    CHECK(vor_findLibrary("foo", "/nowhere") == NULL && vor_loadLibraryFromPath("foo", "/nowhere") == NULL);
+    CHECK(mathematics != NULL && vor_loadSymbol(mathematics, "cos") != NULL);
+    CHECK(vor_unloadLibrary(mathematics) == 0 && vor_unloadLibrary(NULL) == -1);
+
+    zel_getLibraryInfo(&info);
+    CHECK(strcmp(info.version, zel_getVersionString()) == 0 && strcmp(info.releaseKind, "Official Release") == 0);
+}
+
 int main(void) {
     values();
     mutexes();
     threads();
     runtime();
     files("flat_c99.tmp");
+    libraries();
     return 0;
 }

@@ -1,0 +1,4 @@
+/* Needs what nobody has. */
+int nobodyHasThis(void);
+int unresolvedAnswer(void);
+int unresolvedAnswer(void) { return nobodyHasThis(); }
