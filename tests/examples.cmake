@@ -13,6 +13,9 @@ if(TARGET tour)
   zel_example_test(tour-missing tour /nowhere 1 "^tour: /nowhere: Could not open file for reading")
   zel_example_test(tour-unreadable tour / 1 "tour: /: Could not open file for read")
   zel_example_test(tour-usage tour "" 1 "^usage: tour FILE\n$")
+  zel_example_test(load-plugin load_plugin $<TARGET_FILE_DIR:plugin> 0
+    "loaded once: libplugin.so\nbound as a whole\nadd\\(2, 3\\) = 5\nHello.*\nnot bound.*\ncos\\(0.5\\) = 0.877583\n.*: +-1071\n.*: +libmissing.so\n.*DynamicLibraryImpl\\(\\) @18\n.*version: +1.0\n.*note: +.not told.\n.*version: +2.0.2.6\n.*release kind: +Official Release\n$")
+  zel_example_test(load-plugin-missing load_plugin /nowhere 1 "load_plugin: /nowhere: Failed to load shared library")
   zel_example_test(first-steps first_steps "" 0
     "^host=localhost\nport=70000\nInvalidArgumentException at first_steps::portOf\\(\\) @[0-9]+: A port lies .* 70000\n.* portOf\\(\\): the port is '70000'\n.*message: A port.*<property  name=\"port\">8080<")
   zel_example_test(first-steps-c first_steps_c "" 0
