@@ -87,6 +87,23 @@ static int file(void) {
     return status != 0 ? status : closed;
 }
 
+/* The mathematical library of the system, found where the loader looks, and one of its functions called. */
+static int library(void) {
+    double (*cosine)(double) = NULL;
+    void* const handle = vor_loadLibrary("libm.so.6");
+    void* const symbol = vor_loadSymbol(handle, "cos"); /* of no library: null */
+
+    if (symbol == NULL) {
+        fprintf(stderr, "there is no cos in libm.so.6\n");
+        if (handle != NULL)
+            vor_unloadLibrary(handle);
+        return -1;
+    }
+    memcpy(&cosine, &symbol, sizeof cosine); /* C has no cast from an object to a function */
+    printf("library: cos(0) is %.0f\n", cosine(0.0));
+    return vor_unloadLibrary(handle);
+}
+
 /* At least 8 bytes, a special character, a digit and a letter. */
 static int passPhrase(void) {
     static const zel_PasswordPolicy policy = {8, 0, 1, 1, 0};
@@ -104,6 +121,7 @@ static const struct {
     {"byte array", byteArray},
     {"mutex", mutex},
     {"file", file},
+    {"library", library},
     {"pass phrase", passPhrase},
 };
 

@@ -262,11 +262,16 @@ template <class Change> void TraceWriter::redirect(Change change) {
 
 void TraceWriter::keep(const TraceRecord& record) { keep(record.parts()); }
 
-void TraceWriter::keep(TraceParts parts) {
-    if (unloading.load(std::memory_order_relaxed) != 0) {
-        parts.functionName = LastingNames::of(parts.functionName);
-        parts.className = LastingNames::of(parts.className);
-    }
+void TraceWriter::keep(const TraceParts& parts) {
+    if (unloading.load(std::memory_order_relaxed) == 0)
+        return append(parts);
+    TraceParts lasting = parts;
+    lasting.functionName = LastingNames::of(parts.functionName);
+    lasting.className = LastingNames::of(parts.className);
+    append(lasting);
+}
+
+void TraceWriter::append(const TraceParts& parts) {
     if (ring_.size() < ringBound) {
         ring_.push(TraceRecord(parts));
         return;

@@ -91,7 +91,8 @@ private:
     template <class Source> ZEL_LOCAL void route(const Source& source);
     template <class Change> ZEL_LOCAL void redirect(Change change);
     ZEL_LOCAL void keep(const TraceRecord& record);
-    ZEL_LOCAL void keep(TraceParts parts);
+    ZEL_LOCAL void keep(const TraceParts& parts);
+    ZEL_LOCAL void append(const TraceParts& parts);
     ZEL_LOCAL void keepNames();
     ZEL_LOCAL void print(const TraceRecord& record);
     ZEL_LOCAL void print(const TraceParts& parts);
