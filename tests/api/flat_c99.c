@@ -1,181 +1,127 @@
 /* The flat interface as a C99 program sees it: every record and every family of functions, used from end to end. */
 #include <stdarg.h>
+#include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 #include <time.h>
 #include <zel/vor.h>
 
-#define CHECK(condition) ((condition) ? (void)0 : failed(__LINE__, #condition))
+#define CHECK(condition)                                                                                               \
+    ((condition) ? (void)0 : (fprintf(stderr, "flat_c99.c:%d: %s\n", __LINE__, #condition), exit(1)))
 
-static void failed(int line, const char* condition) {
-    fprintf(stderr, "flat_c99.c:%d: %s\n", line, condition);
-    exit(1);
+static int is(const char* text, const char* expected) { return text != NULL && strcmp(text, expected) == 0; }
+
+static void values(void) {
+    const zel_PasswordPolicy policy = {4, 0, 1, 1, 1};
+    unsigned char block[] = "ab\0cd";
+    VOR_ByteArray array, copy, borrowed = {0, NULL};
+
+    CHECK(vor_initializeByteArrayFromString(&array, "abc") + vor_initializeByteArrayFromString(&copy, NULL) == 0);
+    CHECK(copy.data == NULL && vor_containsByteArray(&copy) == 0 && vor_copyByteArray(&copy, &array) == 0);
+    CHECK(vor_containsByteArray(&copy) == 1 && copy.size == 3 && memcmp(copy.data, "abc", 4) == 0);
+    vor_shredByteArray(&copy);
+    CHECK(copy.size == 3 && memcmp(copy.data, "\0\0\0", 4) == 0);
+    CHECK(vor_setByteArrayFromString(&copy, "xy") == 0 && copy.size == 2 && memcmp(copy.data, "xy\0", 4) == 0);
+    vor_clearByteArray(&copy);
+    CHECK(copy.size == 0 && copy.data == NULL && vor_setByteArrayFromString(&array, NULL) == 0 && array.data == NULL);
+    borrowed.data = block;
+    CHECK(vor_containsByteArray(&borrowed) == 0);
+    borrowed.size = 2;
+    CHECK(vor_setByteArray(&borrowed, 2, block + 3) == 0 && memcmp(block, "cd\0cd", 6) == 0); /* a neighbour's bytes */
+
+    CHECK(vor_initializeByteArray(NULL, 1, block) == 1 && vor_initializeByteArrayFromString(NULL, "x") == 1);
+    CHECK(vor_setByteArray(NULL, 1, block) == 1 && vor_copyByteArray(NULL, &copy) == 1);
+    CHECK(vor_copyByteArray(&copy, NULL) == 1 && vor_containsByteArray(NULL) == 0);
+    vor_shredByteArray(NULL);
+    vor_clearByteArray(NULL);
+    CHECK(zel_verifyPassword("aB1!", &policy) == 1 && strlen(zel_getSpecialCharacters()) == 32);
+    CHECK(zel_verifyPassword(NULL, &policy) == -1 && zel_verifyPassword("aB1!", NULL) == -1);
 }
 
-static void mutexes(void) {
-    void* mutex = NULL;
-    void* same;
-    pthread_mutex_t block;
-
-    CHECK(vor_createMutex(&mutex) == 0 && mutex != NULL);
-    same = mutex;
-    CHECK(vor_createMutex(&mutex) == 0 && mutex == same);
-    CHECK(vor_lockMutex(mutex) == 0 && vor_lockMutex(mutex) == 0);
-    CHECK(vor_unlockMutex(mutex) == 0 && vor_unlockMutex(mutex) == 0);
-    vor_deleteMutex(&mutex);
-    CHECK(mutex == NULL);
-
-    CHECK(vor_initializeMutex(&block) == 0 && vor_lockMutex(&block) == 0);
-    CHECK(vor_unlockMutex(&block) == 0 && vor_destroyMutex(&block) == 0);
-
-    CHECK(vor_createMutex(NULL) == -41 && vor_initializeMutex(NULL) == -41 && vor_lockMutex(NULL) == -41);
-    CHECK(vor_unlockMutex(NULL) == -41 && vor_destroyMutex(NULL) == -41);
-    vor_deleteMutex(NULL);
-}
-
-typedef struct Shared {
-    void* mutex;
-    int sum;
-    unsigned long lastThread;
-} Shared;
-
-static void* addThousand(void* argument) {
-    Shared* shared = argument;
-    int i;
-    for (i = 0; i < 1000; ++i) {
-        vor_lockMutex(shared->mutex);
-        shared->sum += 1;
-        shared->lastThread = vor_getThreadId();
-        vor_unlockMutex(shared->mutex);
-    }
-    return NULL;
-}
+static void* lockedUp(void* mutex) { return vor_lockMutex(mutex) + vor_unlockMutex(mutex) == 0 ? mutex : NULL; }
 
 static void threads(void) {
-    Shared shared = {NULL, 0, 0};
-    pthread_t first, second;
+    void* mutex = NULL;
+    pthread_mutex_t block;
+    pthread_t thread;
 
-    CHECK(vor_createMutex(&shared.mutex) == 0);
-    CHECK(vor_startThread(addThousand, &shared, &first) == 0);
-    CHECK(vor_testThread(first) == 1);
-    CHECK(vor_waitThread(first, 0) == 0);
-    CHECK(shared.lastThread == (unsigned long)first && shared.lastThread != vor_getThreadId());
-    CHECK(vor_testThread(first) == 0 && vor_cancelThread(first) > 0 && vor_waitThread(first, 0) > 0);
-
-    CHECK(vor_startThread(addThousand, &shared, &first) == 0);
-    CHECK(vor_startThread(addThousand, &shared, &second) == 0);
-    CHECK(vor_waitThread(first, 5) == 0 && vor_waitThread(second, 5) == 0);
-    CHECK(shared.sum == 3000);
-    vor_deleteMutex(&shared.mutex);
-
-    CHECK(vor_startThread(NULL, NULL, &first) == -1 && vor_waitThread(0, 0) == -1);
-    CHECK(vor_testThread(0) == 0 && vor_cancelThread(0) == -1);
+    CHECK(vor_initializeMutex(&block) == 0 && vor_destroyMutex(&block) == 0 && vor_lockMutex(NULL) == -41);
+    CHECK(vor_createMutex(&mutex) == 0 && vor_lockMutex(mutex) == 0);
+    CHECK(vor_startThread(lockedUp, mutex, &thread) == 0 && vor_testThread(thread) == 1);
+    CHECK(vor_unlockMutex(mutex) == 0 && vor_waitThread(thread, 5) == 0 && vor_cancelThread(thread) > 0);
+    CHECK(vor_getThreadId() == (unsigned long)pthread_self() && vor_unlockMutex(NULL) == -41);
+    vor_deleteMutex(&mutex);
+    CHECK(mutex == NULL);
 }
 
-__attribute__((format(printf, 3, 4))) static int format(char* text, size_t size, const char* pattern, ...) {
+__attribute__((format(printf, 3, 4))) static int format(char* text, size_t count, const char* pattern, ...) {
     int length;
     va_list arguments;
     va_start(arguments, pattern);
-    length = vor_safeVsprintf(text, size, size, pattern, arguments);
+    length = vor_safeVsprintf(text, 1, count, pattern, arguments);
     va_end(arguments);
     return length;
 }
 
-static void runtime(void) {
-    const time_t billion = 1000000000;
-    struct tm utc, local;
-    char text[8] = "abc";
-    char list[] = "a,b.c";
+static void texts(void) {
+    char text[8] = "abc", list[] = "a.b.c";
+    char* lower = vor_safeToLower("MiXed \xc4 AND LONGER THAN IT SAYS", 2);
     char* state = NULL;
-    char* value = NULL;
-    char* lower;
-    size_t length = 1;
 
-    CHECK(vor_safeStrcat(text, sizeof text, "defghij", 7) == text && strcmp(text, "abcdefg") == 0);
-    CHECK(vor_safeStrcpy(text, sizeof text, "xyz", 2) == text && strcmp(text, "xy") == 0);
-    CHECK(vor_safeStrcpy(NULL, 1, "x", 1) == NULL && vor_safeStrcat(text, 0, "x", 1) == NULL);
-    CHECK(vor_safeSprintf(text, sizeof text, "%d", 42) == 2 && strcmp(text, "42") == 0);
-    CHECK(format(text, sizeof text, "%s", "0123456789") == 10 && strcmp(text, "0123456") == 0);
+    CHECK(is(vor_safeStrcat(text, 8, "de", 2), "abcde") && is(vor_safeStrcpy(text, 8, "xyz", 2), "xy"));
+    CHECK(vor_safeSprintf(text, 2, "%s-%d", "abc", 42) == 6 && is(text, "abc-42")); /* the size is no bound */
+    CHECK(format(text, 4, "%s", "longer") == 6 && is(text, "lon") && format(NULL, 0, "%d", 123) == 3);
+    CHECK(format(NULL, 4, "%d", 123) == -1 && vor_safeSprintf(NULL, 4, "%d", 1) == -1);
+    CHECK(is(lower, "mixed \xc4 and longer than it says") && vor_safeFreeBuffer(lower) == 0);
+    CHECK(vor_safeToLower(NULL, 1) == NULL && vor_safeToLower("A", SIZE_MAX) == NULL && vor_safeFreeBuffer(NULL) == 1);
 
-    CHECK(strcmp(vor_safeStrtok(list, ",.", &state), "a") == 0 && strcmp(vor_safeStrtok(NULL, ",.", &state), "b") == 0);
-    CHECK(vor_safeStrcmp("a", "b") < 0 && vor_safeStrncmp("ab", "ac", 1) == 0);
-    CHECK(vor_safeStrcasecmp("AB", "ab") == 0 && vor_safeStrncasecmp("ABx", "aby", 2) == 0);
-    CHECK(strcmp(vor_safeStrstr("haystack", "st"), "stack") == 0 && vor_safeStrstr("haystack", "x") == NULL);
-    vor_safeStrcpy(text, sizeof text, "a.b.c", 5);
-    CHECK(vor_safeCharReplace(text, '.', '/') == 2 && strcmp(text, "a/b/c") == 0);
+    CHECK(vor_safeCharReplace(list, '.', '/') == 2 && vor_safeCharReplace(NULL, 'a', 'b') == 0);
+    CHECK(vor_safeStrtok(NULL, "/", &state) == NULL && is(vor_safeStrtok(list, "/", &state), "a"));
+    CHECK(is(vor_safeStrtok(NULL, "/", &state), "b") && vor_safeStrtok(list, NULL, &state) == NULL);
+    CHECK(vor_safeStrtok(list, "/", NULL) == NULL);
 
-    lower = vor_safeToLower("MiXed", 5);
-    CHECK(lower != NULL && strcmp(lower, "mixed") == 0);
-    CHECK(vor_safeFreeBuffer(lower) == 0 && vor_safeFreeBuffer(NULL) == 1);
-
-    CHECK(vor_safeSetenv("ZEL_FLAT_C99", "set") == 0);
-    CHECK(vor_safeGetenv(&value, &length, "ZEL_FLAT_C99") == value && strcmp(value, "set") == 0 && length == 3);
-    vor_safeGetenvFree(value);
-    CHECK(vor_safeGetenv(&value, &length, "ZEL_FLAT_C99_UNSET") == NULL && value == NULL && length == 0);
-
-    CHECK(vor_safeGmtime(&utc, &billion) == &utc && utc.tm_year == 101 && utc.tm_hour == 1 && utc.tm_sec == 40);
-    CHECK(vor_safeLocaltime(&local, &billion) == &local && mktime(&local) == billion);
-    CHECK(vor_safeGmtime(NULL, &billion) == NULL && vor_safeLocaltime(NULL, &billion) == NULL);
+    CHECK(vor_safeStrcmp("a", "b") < 0 && vor_safeStrcmp(NULL, NULL) == 0);
+    CHECK(vor_safeStrncmp("ab", "ac", 1) == 0 && vor_safeStrncmp(NULL, "", 1) < 0);
+    CHECK(vor_safeStrcasecmp("AB", "ab") == 0 && vor_safeStrcasecmp("", NULL) > 0);
+    CHECK(vor_safeStrncasecmp("ABx", "aby", 2) == 0 && vor_safeStrncasecmp(NULL, "", 0) < 0);
+    CHECK(is(vor_safeStrstr("ab", "b"), "b") && !vor_safeStrstr("a", NULL) && !vor_safeStrstr(NULL, ""));
 }
 
-static void checkContents(VOR_FileHandle* file, int readMode, const char* expected) {
-    char* contents = NULL;
-    unsigned int length = 0;
-    CHECK(vor_safeReadContents(file, readMode, &contents, &length) == 0);
-    CHECK(length == strlen(expected) && memcmp(contents, expected, length) == 0);
-    CHECK(vor_safeFreeBuffer(contents) == 0);
+static void environment(void) {
+    const time_t billion = 1000000000, last = (time_t)(~0ULL >> (sizeof last == 8 ? 1 : 33));
+    struct tm utc, local;
+    char* value = NULL;
+    size_t length = 1;
+
+    CHECK(vor_safeSetenv("TZ", "UTC-1") == 0 && vor_safeSetenv(NULL, "") == -1 && vor_safeSetenv("TZ", NULL) == -1);
+    CHECK(vor_safeGetenv(&value, NULL, "TZ") == NULL && vor_safeGetenv(&value, &length, NULL) == NULL);
+    CHECK(is(vor_safeGetenv(&value, &length, "TZ"), "UTC-1") && is(value, "UTC-1") && length == 5);
+    vor_safeGetenvFree(value);
+    CHECK(vor_safeGetenv(&value, &length, "ZEL_UNSET") == NULL && value == NULL && length == 0);
+
+    CHECK(vor_safeGmtime(&utc, &billion) == &utc && utc.tm_year == 101 && utc.tm_hour == 1 && utc.tm_sec == 40);
+    CHECK(vor_safeLocaltime(&local, &billion) == &local && local.tm_hour == 2 && mktime(&local) == billion);
+    CHECK(vor_safeGmtime(NULL, &billion) == NULL && vor_safeLocaltime(&local, NULL) == NULL);
+    CHECK((vor_safeGmtime(&utc, &last) == NULL) == (sizeof last == 8)); /* the year does not fit */
 }
 
 static void files(const char* path) {
     VOR_FileHandle* file = NULL;
-    VOR_FileStats seen, now;
-    int exists = 1;
+    VOR_FileStats stats;
+    char* contents = NULL;
+    unsigned int length = 0;
+    int exists = 0;
 
-    remove(path);
-    CHECK(vor_safeFileExists(path, &exists) == 0 && exists == 0);
-    CHECK(vor_safeOpenFile(path, 1, 3, &file) == 9 && file == NULL);
-    CHECK(vor_safeFileStats(path, &seen) == -1);
-
-    CHECK(vor_safeOpenFile(path, 3, 0, &file) == 0 && file != NULL);
-    CHECK(vor_safeWriteContents(file, 1, "one\r\n", 5) == 0);
-    CHECK(vor_safeHandleStats(file, &seen) == 0 && seen.size == 5);
-    CHECK(seen.modificationTime != 0 && seen.checkTime >= seen.modificationTime);
-    CHECK(vor_safeHandleStatsAreStale(file, &seen) == 0);
-    CHECK(vor_safeWriteContents(file, 2, "two", 3) == 0 && vor_safeSyncFile(file) == 0);
-    checkContents(file, 1, "one\ntwo");
-    checkContents(file, 2, "one\ntwo");
-    checkContents(file, 0, "");
-
-    now = seen;
-    CHECK(vor_safeCompareStats(&seen, &now) == 0);
-    CHECK(vor_safeFileStatsAreStale(path, &now) == 1 && now.size == 8);
-    CHECK(vor_safeCompareStats(&seen, &now) == 1 && vor_safeFileStatsAreStale(path, &now) == 0);
-
-    CHECK(vor_safeChmod(path, 0600) == 0 && vor_safeChmod("", 0600) == -1);
+    CHECK(vor_safeOpenFile(path, 3, 0, &file) == 0 && vor_safeWriteContents(file, 1, "one\r\n", 5) == 0);
+    CHECK(vor_safeHandleStats(file, &stats) == 0 && stats.size == 5 && stats.checkTime >= stats.modificationTime);
+    CHECK(vor_safeHandleStatsAreStale(file, &stats) == 0 && vor_safeFileStatsAreStale(path, &stats) == 0);
+    CHECK(vor_safeFileStats(path, &stats) == 0 && vor_safeCompareStats(&stats, &stats) == 0);
     CHECK(internal_CloseFile(file) == 0 && internal_OpenFile(path, 2, file) == 0); /* the same handle once more */
-    CHECK(vor_safeWriteContents(file, 1, "", 0) == 0);
-    checkContents(file, 1, "");
-    CHECK(vor_safeCloseFile(file) == 0);
-
-    CHECK(vor_safeOpenFile(path, 4, 0, &file) == 1 && vor_safeOpenFile(NULL, 1, 0, &file) == 1);
-    CHECK(vor_safeCloseFile(NULL) == 1 && vor_safeSyncFile(NULL) == 1 && vor_safeWriteContents(NULL, 1, "", 0) == 1);
-    remove(path);
-}
-
-static void values(void) {
-    const zel_PasswordPolicy policy = {4, 0, 1, 1, 1};
-    VOR_ByteArray array, copy = {0, NULL};
-
-    CHECK(vor_initializeByteArrayFromString(&array, "abc") == 0 && vor_copyByteArray(&copy, &array) == 0);
-    CHECK(vor_containsByteArray(&copy) == 1 && copy.size == 3 && memcmp(copy.data, "abc", 4) == 0);
-    vor_shredByteArray(&copy);
-    CHECK(copy.size == 3 && copy.data[0] == 0);
-    vor_clearByteArray(&copy);
-    CHECK(vor_setByteArray(&array, 0, NULL) == 0 && array.data == NULL && vor_copyByteArray(&array, NULL) == 1);
-
-    CHECK(zel_verifyPassword("aB1!", &policy) == 1 && zel_verifyPassword("aB1", &policy) == 0);
-    CHECK(zel_verifyPassword(NULL, &policy) == -1 && strlen(zel_getSpecialCharacters()) == 32);
+    CHECK(vor_safeReadContents(file, 1, &contents, &length) == 0 && length == 4 && memcmp(contents, "one\n", 4) == 0);
+    CHECK(vor_safeFreeBuffer(contents) == 0 && vor_safeChmod(path, 0600) == 0);
+    CHECK(vor_safeSyncFile(file) == 0 && vor_safeCloseFile(file) == 0);
+    CHECK(remove(path) == 0 && vor_safeFileExists(path, &exists) == 0 && exists == 0);
 }
 
 static void libraries(void) {
@@ -197,9 +143,9 @@ static void libraries(void) {
 
 int main(void) {
     values();
-    mutexes();
     threads();
-    runtime();
+    texts();
+    environment();
     files("flat_c99.tmp");
     libraries();
     return 0;

@@ -6,12 +6,9 @@
 
 #include "support/Sanitizers.h"
 
-#include <cerrno>
-#include <cstdint>
-#include <cstring>
+#include <algorithm>
 #include <memory>
-#include <new>
-#include <vector>
+#include <random>
 
 #include <gtest/gtest.h>
 #include <malloc.h>
@@ -21,50 +18,42 @@ using ZEL::DATA::ByteArrayImpl;
 
 namespace {
 
+constexpr bool sanitized = addressSanitizer || threadSanitizer; // these have an allocator of their own
 constexpr unsigned char secretByte = 0xB7;
-constexpr int enoughToTell = 4; // secret bytes in a row; fewer may also be an address
+const std::string secretText(65, static_cast<char>(secretByte));
+const unsigned char* const secret = reinterpret_cast<const unsigned char*>(secretText.data());
 
 // What the allocator does and sees while it is watching.
 struct Allocator {
     bool watching = false;
-    int failAfter = -1; // so many allocations succeed, then one fails
+    int spared = -1; // so many allocations succeed, then one fails
     std::uint64_t refusedFrom = UINT64_MAX, lastCalloc = 0;
-    int made = 0, givenBack = 0, exposed = 0;
+    int made = 0, failed = 0, givenBack = 0, exposed = 0;
+
+    bool isClean() const { return exposed == 0 && made == givenBack; }
 } allocator;
 
-[[maybe_unused]] bool mayAllocate(std::size_t size) {
-    if (!allocator.watching)
-        return true;
-    const bool refused = size >= allocator.refusedFrom || (allocator.failAfter >= 0 && allocator.failAfter-- == 0);
-    allocator.made += !refused;
+struct Erasing : testing::Test {
+    void TearDown() override { allocator = {}; }
+};
+
+void watch(int spared = -1) { allocator = {true, spared}; }
+
+[[maybe_unused]] bool mayAllocate(std::uint64_t size) {
+    const bool refused = allocator.watching && (size >= allocator.refusedFrom || allocator.spared-- == 0);
+    ++(refused ? allocator.failed : allocator.made);
     return !refused;
 }
 
-[[maybe_unused]] void inspect(void* block) {
-    if (!allocator.watching || block == nullptr)
-        return;
-    const unsigned char* const bytes = static_cast<const unsigned char*>(block);
-    int row = 0;
-    for (std::size_t i = 0; i < ::malloc_usable_size(block) && row < enoughToTell; ++i)
-        row = bytes[i] == secretByte ? row + 1 : 0;
-    allocator.exposed += row == enoughToTell;
-    ++allocator.givenBack;
+[[maybe_unused]] void* inspect(void* block) {
+    if (allocator.watching && block != nullptr) {
+        const unsigned char* const begin = static_cast<const unsigned char*>(block);
+        const unsigned char* const end = begin + ::malloc_usable_size(block);
+        allocator.exposed += std::search_n(begin, end, 4, secretByte) != end; // fewer may also be an address
+        ++allocator.givenBack;
+    }
+    return block;
 }
-
-class Erasing : public testing::Test {
-protected:
-    void SetUp() override {
-        if (addressSanitizer || threadSanitizer)
-            GTEST_SKIP() << "the sanitizers have an allocator of their own";
-    }
-    void TearDown() override { allocator = Allocator(); }
-
-    static void watch(int failAfter = -1) {
-        allocator = Allocator();
-        allocator.failAfter = failAfter;
-        allocator.watching = true;
-    }
-};
 
 } // namespace
 
@@ -76,120 +65,80 @@ void* __libc_realloc(void* block, std::size_t size);
 void __libc_free(void* block);
 
 void* malloc(std::size_t size) noexcept { return mayAllocate(size) ? __libc_malloc(size) : nullptr; }
-
 void* calloc(std::size_t count, std::size_t size) noexcept {
     allocator.lastCalloc = std::uint64_t{count} * size;
-    return mayAllocate(count * size) ? __libc_calloc(count, size) : nullptr;
+    return mayAllocate(allocator.lastCalloc) ? __libc_calloc(count, size) : nullptr;
 }
-
 void* realloc(void* block, std::size_t size) noexcept {
-    inspect(block);
-    return mayAllocate(size) ? __libc_realloc(block, size) : nullptr;
+    return mayAllocate(size) ? __libc_realloc(inspect(block), size) : nullptr;
 }
-
-void free(void* block) noexcept {
-    inspect(block);
-    __libc_free(block);
-}
+void free(void* block) noexcept { __libc_free(inspect(block)); }
 }
 #endif
 
-namespace {
+TEST_F(Erasing, FlatArraysSetAtRandom) {
+    std::mt19937 random(1);
+    for (int round = 0; round < 20000; ++round) {
+        VOR_ByteArray array = {0, nullptr};
+        int buffers = 0;
+        watch(round % 6 - 1);
+        for (int step = 0; step < 8; ++step) {
+            const VOR_ByteArray before = array;
+            const unsigned int size = static_cast<unsigned int>(random() % 5) * 16;
+            const unsigned char* const own = array.data == nullptr ? nullptr : array.data + random() % (array.size + 1);
+            const unsigned char* const source = step % 2 == 0 ? secret : random() % 2 == 0 ? own : nullptr;
+            EXPECT_EQ(vor_setByteArray(&array, size, source), 0);
 
-const std::string secretText(65, static_cast<char>(secretByte));
-const unsigned char* const secret = reinterpret_cast<const unsigned char*>(secretText.data());
-
-TEST_F(Erasing, FlatArrays) {
-    constexpr int own = 100; // a size: as the source, the array's own buffer
-    const struct {
-        const char* what;
-        std::vector<int> sizes; // set one after the other in an array of 64 bytes
-        int failAfter;
-        int buffers; // that are made and given back
-    } rows[] = {
-        {"only cleared", {}, -1, 1},
-        {"emptied", {0}, -1, 1},
-        {"shrunk", {3}, -1, 1},
-        {"grown", {65}, -1, 2},
-        {"grown to less than the buffer once held", {4, 5}, -1, 2},
-        {"grown from its own buffer", {own}, -1, 2},
-        {"without the memory to grow", {65}, 1, 1},
-    };
-    for (const auto& row : rows) {
-        VOR_ByteArray array, copy = {0, nullptr};
-        watch(row.failAfter);
-        vor_initializeByteArray(&array, 64, secret);
-        for (const int size : row.sizes)
-            vor_setByteArray(&array, static_cast<unsigned int>(size), size == own ? array.data : secret);
+            const bool fits = before.data != nullptr && size <= before.size;
+            buffers += size != 0 && !fits;
+            EXPECT_TRUE(array.size == size && (size == 0 ? array.data == nullptr : array.data == before.data || !fits));
+            for (unsigned int i = 0; array.data != nullptr && i <= (fits ? before.size : size); ++i)
+                EXPECT_EQ(array.data[i], i < size && source == secret ? secretByte : 0);
+        }
         vor_clearByteArray(&array);
-        EXPECT_EQ(allocator.made, row.buffers) << row.what;
-        vor_initializeByteArray(&array, 64, secret);
-        vor_copyByteArray(&copy, &array);
-        vor_copyByteArray(&array, &copy);
-        vor_clearByteArray(&array);
-        vor_clearByteArray(&copy);
-        allocator.watching = false;
-        EXPECT_TRUE(allocator.exposed == 0 && allocator.made == allocator.givenBack) << row.what;
+        EXPECT_TRUE(allocator.isClean() && (sanitized || allocator.made + allocator.failed == buffers));
     }
 }
 
 TEST_F(Erasing, ObjectsAlsoWhenMemoryRunsOut) {
-    int refused = 0;
-    for (bool done = false; !done; ++refused) {
-        watch(refused);
+    int spared = 0;
+    do {
+        watch(spared++);
         try {
             const auto array = createByteArray(secretText);
             ByteArrayImpl copy(static_cast<const ByteArrayImpl&>(*array));
             const std::unique_ptr<ZEL::Cloneable> clone(array->clone());
-            const std::unique_ptr<ZEL::Object> object(new ByteArrayImpl(secret, 10));
             copy.setData(10, secret);
-            copy.setData(20, secret);
             copy = static_cast<const ByteArrayImpl&>(*array);
-            copy.clear();
             std::string text = array->toString();
             ZEL::RT::StringUtils::shredString(text);
-            text = array->toReadable();
-            done = allocator.failAfter >= 0;
         } catch (const std::bad_alloc&) {
         }
-        EXPECT_TRUE(allocator.exposed == 0 && allocator.made == allocator.givenBack) << refused;
-    }
-    EXPECT_GT(refused, 10);
+        EXPECT_TRUE(allocator.isClean()) << spared;
+    } while (allocator.failed != 0);
+
+    watch();
+    createByteArray(secretText)->toString();
+    EXPECT_EQ(allocator.exposed, sanitized ? 0 : 1) << "the allocator sees secrets";
+    watch();
+    const zel_PasswordPolicy policy = {0, 0, 1, 1, 1};
+    EXPECT_EQ(zel_verifyPassword("A-phrase-of-4-words", &policy), 1);
+    EXPECT_EQ(allocator.made, 0) << "pass phrases are not copied";
 }
 
 TEST_F(Erasing, SizesForWhichThereIsNoMemory) {
+    if (sanitized)
+        GTEST_SKIP() << "no allocation fails";
     for (const unsigned int size : {0x7FFFFFFFu, 0xFFFFFFFEu, 0xFFFFFFFFu}) {
         watch();
         allocator.refusedFrom = 0x7FFFFFFF;
-        VOR_ByteArray array = {0, nullptr};
-        EXPECT_EQ(vor_setByteArray(&array, size, secret), 0);
-        EXPECT_EQ(allocator.lastCalloc, SIZE_MAX > size ? std::uint64_t{size} + 1 : 0)
-            << size; // no call, rather than 0
-        vor_clearByteArray(&array);
-        EXPECT_TRUE(array.size == size && array.data == nullptr && !vor_containsByteArray(&array)) << size;
         const ByteArrayImpl object(secret, size), copy(object);
-        EXPECT_TRUE(object.getSize() == size && object.toString().empty() && object.toReadable().empty()) << size;
-        EXPECT_TRUE(object == copy && !(object < copy));
+        EXPECT_EQ(allocator.lastCalloc, std::size_t{size} + 1) << "no call, rather than 0";
+        EXPECT_TRUE(object.getSize() == size && (object.toString() + object.toReadable()).empty()) << size;
+        EXPECT_TRUE(object == copy && !(object < copy) && !vor_containsByteArray(object.toBinary())) << size;
     }
     const ByteArrayImpl zeros(nullptr, 4);
     watch(0);
     const ByteArrayImpl none(secret, 4);
     EXPECT_TRUE(none < zeros && !(zeros < none) && !(none == zeros));
 }
-
-TEST_F(Erasing, PassPhrasesAreNotCopied) {
-    const zel_PasswordPolicy policy = {0, 0, 1, 1, 1};
-    watch();
-    EXPECT_EQ(zel_verifyPassword("A-phrase-of-4-words", &policy), 1);
-    EXPECT_EQ(allocator.made, 0);
-}
-
-TEST_F(Erasing, TheAllocatorSeesSecrets) {
-    watch();
-    char* volatile block = new char[64];
-    std::memset(block + 60, secretByte, enoughToTell);
-    delete[] block;
-    EXPECT_EQ(allocator.exposed, 1);
-}
-
-} // namespace

@@ -11,11 +11,11 @@
 template <class Operation> std::string refusalOf(Operation&& operation) {
     try {
         operation();
+        return "";
     } catch (const ZEL::EXCEPTIONS::InvalidArgumentException& e) {
         return e.getCatalogName() + ' ' + std::to_string(e.getEntryCode()) + ' ' + e.getEntryName() + ": " + e.what() +
                ' ' + e.getSourceFile() + ':' + std::to_string(e.getSourceLine()) + ' ' + e.getSourceFunction();
     }
-    return std::string();
 }
 
 #endif

@@ -2,11 +2,11 @@
 #include "zel/utils/StringUtils.h"
 #include "zel/utils/XmlUtils.h"
 
+#include "support/Generator.h"
 #include "support/Refusal.h"
 #include "support/Slots.h"
 
 #include <algorithm>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -20,97 +20,54 @@ namespace {
 
 TEST(Properties, SlotsStayWhereCallersCompiledThem) {
     using P = PropertiesImpl;
-    const std::size_t slots[] = {
-        slotOf(&P::retrievePropertyNames),
-        slotOf(&P::retrieveProperty),
-        slotOf(&P::assignProperty),
-        slotOf(&P::removeProperty),
-        slotOf(&P::assigned),
-        slotOf(&P::empty),
-        slotOf(&P::unmarshal),
-        slotOf(&P::marshal),
-        slotOf(&P::storeAsText),
-    };
-    EXPECT_EQ(slotOf(&P::toString), 0u);
     std::size_t expected = 3; // behind toString and the destructor's two
-    for (const std::size_t slot : slots)
+    for (const std::size_t slot :
+         {slotOf(&P::retrievePropertyNames), slotOf(&P::retrieveProperty), slotOf(&P::assignProperty),
+          slotOf(&P::removeProperty), slotOf(&P::assigned), slotOf(&P::empty), slotOf(&P::unmarshal),
+          slotOf(&P::marshal), slotOf(&P::storeAsText)})
         EXPECT_EQ(slot, expected++);
-    for (const std::size_t slot : {slotOf(&P::clear), slotOf(&P::loadFromText), slotOf(&P::storeAsXML)})
-        EXPECT_EQ(slot, SIZE_MAX);
-    EXPECT_EQ(slotOf(&IProperties::retrievePropertyNames), 3u);
-    EXPECT_EQ(slotOf(&IProperties::removeProperty), 6u);
-    static_assert(sizeof(P::TAG) == 11 && sizeof(P::PROPERTY) == 9 && !std::is_copy_constructible_v<P>);
+    EXPECT_TRUE(slotOf(&P::toString) == 0 && slotOf(&P::clear) == SIZE_MAX &&
+                slotOf(&IProperties::removeProperty) == 6);
 }
 
 TEST(Properties, NamesAreUniqueAndOrderedByBytes) {
     const ZEL::RT::SmartPointer<IProperties> store = ZEL::createProperties();
-    EXPECT_EQ(store->toString(), "");
-    EXPECT_EQ(store->marshal(), "<properties></properties>");
-    for (const char* name : {"b", "\xe4", "a", "B", "ab", "a"})
-        store->assignProperty(name, std::string("of ") + name);
-    store->assignProperty("b", "2");
-    store->removeProperty("absent");
-    store->removeProperty("");
-    store->removeProperty("ab");
+    EXPECT_EQ(store->toString() + store->marshal(), "<properties></properties>");
+    for (const char* name : {"b", "\xe4", "a", "B", "ab", "a", "b"})
+        store->assignProperty(name, "of " + std::to_string(store->retrievePropertyNames().size()));
+    for (const char* name : {"absent", "", "ab"})
+        store->removeProperty(name);
     EXPECT_EQ(store->retrievePropertyNames(), (Names{"B", "a", "b", "\xe4"}));
-    EXPECT_EQ(store->toString(), "B=of B\na=of a\nb=2\n\xe4=of \xe4\n");
-    EXPECT_EQ(store->retrieveProperty("b", "default"), "2");
-    EXPECT_EQ(store->retrieveProperty("ab", "default"), "default");
+    EXPECT_EQ(store->toString() + store->retrieveProperty("b", "default") + store->retrieveProperty("ab", "default"),
+              "B=of 3\na=of 5\nb=of 5\n\xe4=of 1\nof 5default");
 }
 
-TEST(Properties, LoadingMergesAndUnmarshallingReplaces) {
+TEST(Properties, UnmarshallingReplacesWhatWasThere) {
     const struct {
-        const char* text;
-        const char* loaded;
-        bool refused;
+        const char *text, *loaded;
+        bool refused = false;
     } rows[] = {
-        {"", "", false},
-        {"x=1=2\n\nnoequals\n y = 3", " y = 3\nx=1=2\n", false},
-        {"k=2\r\n#x=\nk=3\r\n", "#x=\nk=3\r\n", false},
+        {"x=1=2\n\nnoequals\n y = 3", " y = 3\nx=1=2\n"},
+        {"k=2\r\n#x=\nk=3\r\n", "#x=\nk=3\r\n"},
         {"a=1\n=v\nb=2", "a=1\n", true},
-        {"<properties></properties>", "", false},
-        {"\n<properties><property name=\"x\">1</property><property  name=\"k\"></property></properties> ", "k=\nx=1\n",
-         false},
-        {"<properties><property name=\"x\"/></properties>", "x=\n", false},
-        {"<r><properties><other name=\"o\">1</other><property  name=\"propertyX\">1</property></properties></r>",
-         "propertyX=1\n", false},
-        {"<property name=\"x\">1</property>", "", false}, // no root
+        {"\n<properties><property name=\"x\">1</property><property  name=\"k\"></property></properties> ", "k=\nx=1\n"},
+        {"<properties><property name=\"x\"/></properties>", "x=\n"},
+        {"<r><properties><o name=\"o\">1</o><property  name=\"propertyX\">1</property></properties>", "propertyX=1\n"},
+        {"<property name=\"x\">1</property>", ""}, // no root
         {"<properties><property  name=\"a\">1</property><property>2</property></properties>", "", true},
         {"<properties><property  name=\"a\">1</property><property  name=\"\">2</property></properties>", "a=1\n", true},
     };
     for (const auto& row : rows) {
         PropertiesImpl store;
-        store.assignProperty("z", "1");
-        store.assignProperty("k", "1");
+        store.loadFromText("z=1\nk=1");
         EXPECT_EQ(!refusalOf([&] { store.unmarshal(row.text); }).empty(), row.refused) << row.text;
         EXPECT_EQ(store.storeAsText(), row.loaded) << row.text;
-        EXPECT_EQ(store.assigned(), !store.empty());
-
-        store.assignProperty("z", "1");
-        refusalOf([&] {
-            std::string_view(row.text).find('<') != std::string_view::npos ? store.loadFromXML(row.text)
-                                                                           : store.loadFromText(row.text);
-        });
-        EXPECT_EQ(store.storeAsText(), row.loaded + std::string("z=1\n")) << row.text;
+        EXPECT_TRUE(store.empty() == (*row.loaded == '\0') && store.assigned() != store.empty()) << row.text;
     }
 }
 
-TEST(Properties, EmptyNamesAreRefused) {
-    const std::string refusal =
-        "ZEL -1006 code: The arguments specified in the operation were invalid common/utils/PropertiesImpl:";
-    PropertiesImpl store;
-    EXPECT_EQ(refusalOf([&] { store.assignProperty("", "v"); }), refusal + "42 assignProperty");
-    EXPECT_EQ(refusalOf([&] { store.assignPropertyFromText("=v"); }), refusal + "42 assignProperty");
-    EXPECT_EQ(refusalOf([&] { store.assignPropertyFromXML("<property>v</property>"); }), refusal + "42 assignProperty");
-    EXPECT_EQ(refusalOf([&] { store.retrieveProperty("", "d"); }), refusal + "30 retrieveProperty");
-    EXPECT_EQ(refusalOf([&] { store.retrievePropertyAsText(""); }), refusal + "30 retrieveProperty");
-    EXPECT_EQ(refusalOf([&] { store.retrievePropertyAsXML(""); }), refusal + "30 retrieveProperty");
-    EXPECT_TRUE(store.empty());
-}
-
-// Hears of everything, and changes the store that is being enumerated.
-class Meddler : public PropertiesImpl {
-public:
+// Hears of everything, and changes the store that is enumerated and the text that is read.
+struct Meddler : PropertiesImpl {
     std::string retrieveProperty(const std::string& name, const std::string& defaultValue) const override {
         const std::string value = PropertiesImpl::retrieveProperty(name, defaultValue);
         if (meddle)
@@ -129,67 +86,48 @@ public:
 
 TEST(Properties, OverridesAreHeard) {
     Meddler store;
-    store.loadFromText("b=2\na=1");
-    EXPECT_EQ(store.toString(), "[my a=(1)\nmy b=(2)\n]");
+    store.source = "b=2\na=1";
+    store.loadFromText(store.source);
     EXPECT_EQ(store.marshal(), "<properties><property  name=\"my a\">(1)</property>"
                                "<property  name=\"my b\">(2)</property></properties>");
-    EXPECT_EQ(store.retrievePropertyAsText("q"), "q=()");
     store.meddle = true;
     EXPECT_EQ(store.toString(), "[my a=(1)\nmy b=()\n]");
-    store.meddle = false;
-    store.source = "c=3\nd=4";
-    store.loadFromText(store.source);
+    EXPECT_EQ(store.retrievePropertyAsText("q"), "q=()");
     store.source = "<properties><property name=\"e\">5</property><property name=\"f\">6</property></properties>";
     store.loadFromXML(store.source);
-    EXPECT_EQ(store.toString(), "[my c=(3)\nmy d=(4)\nmy e=(5)\nmy f=(6)\n]");
+    store.meddle = false;
+    EXPECT_EQ(store.toString(), "[my e=(5)\nmy f=(6)\n]");
 }
 
-class Subclass : public PropertiesImpl {};
-
 TEST(Properties, WholeFormsAreReadLikeTheirParts) {
-    std::mt19937 random(1);
-    const std::string lines[] = {"a", "b", "ab", "=", "\n", "c=", "\nd=1\n", "<", "\"", "</property>", "\xff", " "};
-    const std::string tags[] = {"<property name=\"a\">",
-                                "<property  name=\"b\">",
-                                "<property>",
-                                "<property/>",
-                                "</property>",
-                                "<property name=\"c\"/>",
-                                "</properties>",
-                                "name=\"",
-                                "\"",
-                                ">",
-                                "<",
-                                "d"};
-    const auto pick = [&random](auto& pieces) {
-        std::string text;
-        for (std::size_t length = random() % 16; length != 0; --length)
-            text += pieces[random() % std::size(pieces)];
-        return text;
-    };
+    struct Subclass : PropertiesImpl {};
+    const std::string refusal = "ZEL -1006 code: The arguments specified in the operation were invalid "
+                                "common/utils/PropertiesImpl:";
+    EXPECT_EQ(refusalOf([] { PropertiesImpl().assignProperty("", "v"); }), refusal + "42 assignProperty");
+    EXPECT_EQ(refusalOf([] { PropertiesImpl().retrievePropertyAsXML(""); }), refusal + "30 retrieveProperty");
+
+    Generator lines{{"a", "b", "ab", "=", "\n", "c=", "\nd=1\n", "<", "\"", "</property>", "\xff", " "}};
+    Generator tags{{"<property name=\"a\">", "<property  name=\"b\">", "<property name=\"c\"/>", "<property>",
+                    "<property/>", "</property>", "</properties>", "name=\"", "\"", ">", "<", "d"}};
     for (int round = 0; round < 5000; ++round) {
         PropertiesImpl whole, parts;
         Subclass asked;
-        const std::string text = "x=y\n" + pick(lines);
-        const std::string fromParts = refusalOf([&] {
-            for (const std::string& line : StringUtils::Tokenize(text, "\n"))
-                parts.assignPropertyFromText(line);
-        });
-        ASSERT_EQ(refusalOf([&] { whole.loadFromText(text); }), fromParts) << text;
-        ASSERT_EQ(refusalOf([&] { asked.loadFromText(text); }), fromParts) << text;
-        ASSERT_EQ(whole.storeAsText(), parts.storeAsText()) << text;
-
-        const std::string xml = "<properties>" + pick(tags) + "</property></properties>";
-        const std::string fromElements = refusalOf([&] {
-            for (const std::string& element :
-                 XmlUtils::getElements("property", XmlUtils::GetElement("properties", xml)))
-                parts.assignPropertyFromXML(element);
-        });
-        ASSERT_EQ(refusalOf([&] { whole.loadFromXML(xml); }), fromElements) << xml;
-        ASSERT_EQ(refusalOf([&] { asked.loadFromXML(xml); }), fromElements) << xml;
-        ASSERT_EQ(whole.storeAsText(), parts.storeAsText()) << xml;
-        ASSERT_EQ(whole.storeAsText(), asked.storeAsText()) << xml;
-        ASSERT_EQ(whole.storeAsXML(), asked.storeAsXML()) << xml;
+        const auto compare = [&](const std::string& text, const Names& pieces, auto load, auto assign) {
+            const std::string expected = refusalOf([&] {
+                for (const std::string& piece : pieces)
+                    (parts.*assign)(piece);
+            });
+            for (PropertiesImpl* const store : {&whole, static_cast<PropertiesImpl*>(&asked)}) {
+                ASSERT_EQ(refusalOf([&] { (store->*load)(text); }), expected) << text;
+                ASSERT_EQ(store->storeAsText(), parts.storeAsText()) << text;
+            }
+            ASSERT_EQ(whole.storeAsXML(), asked.storeAsXML()) << text;
+        };
+        const std::string text = "x=y\n" + lines(15), xml = "<properties>" + tags(15) + "</property></properties>";
+        compare(text, StringUtils::Tokenize(text, "\n"), &PropertiesImpl::loadFromText,
+                &PropertiesImpl::assignPropertyFromText);
+        compare(xml, XmlUtils::getElements("property", XmlUtils::GetElement("properties", xml)),
+                &PropertiesImpl::loadFromXML, &PropertiesImpl::assignPropertyFromXML);
     }
 }
 
