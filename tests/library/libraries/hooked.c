@@ -1,13 +1,5 @@
-/* Its initialiser and its finaliser are the program's. */
-void initialiserHook(void) __attribute__((weak));
-void finaliserHook(void) __attribute__((weak));
+/* Tells the program when it comes and when it goes, by texts of its own. */
+void hook(const char* event);
 
-__attribute__((constructor)) static void initialise(void) {
-    if (initialiserHook)
-        initialiserHook();
-}
-
-__attribute__((destructor)) static void finalise(void) {
-    if (finaliserHook)
-        finaliserHook();
-}
+__attribute__((constructor)) static void come(void) { hook("coming"); }
+__attribute__((destructor)) static void go(void) { hook("going"); }

@@ -1,3 +1,3 @@
-/* Knows nothing of the library under test. */
-int plainAnswer(void);
-int plainAnswer(void) { return 42; }
+/* Knows nothing of the library under test. Its answer may be one that nobody has. */
+int nobodyHasThis(void);
+int answer(void) { return ANSWER; }
