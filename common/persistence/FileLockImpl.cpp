@@ -6,13 +6,13 @@
 #include "zel/utils/vor_runtime.h"
 
 #include "exceptions/Failure.h"
+#include "persistence/FileClock.h"
 #include "persistence/FileStatus.h"
 #include "threads/CancellationShield.h"
 
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <ctime>
 #include <memory>
 #include <utility>
 
@@ -60,7 +60,7 @@ int write(VOR_FileHandle* handle, int mode, const std::string& contents) {
 
 // The throttled staleness test; `look` takes fresh statistics.
 template <class Look> bool isStale(VOR_FileStats& stats, Look look) {
-    const std::uint32_t now = static_cast<std::uint32_t>(std::time(nullptr));
+    const std::uint32_t now = currentSecond();
     if (stats.checkTime == now)
         return false;
     stats.checkTime = now;

@@ -13,7 +13,9 @@
 #include "utils/ErrnoKeeper.h"
 #include "utils/SecureProcess.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -29,7 +31,9 @@ namespace {
 constexpr mode_t creationPermissions = 0666;
 constexpr long halfASecond = 500'000'000; // nanoseconds
 constexpr std::size_t chunkSize = 1024;
-constexpr off_t longestContents = 0xFFFFFFFE; // one more byte, the final zero, must fit in 32 bits
+
+// The length has 32 bits, and memory must have room for one byte more, the final zero.
+constexpr off_t longestContents = static_cast<off_t>(std::min<std::uint64_t>(0xFFFFFFFF, SIZE_MAX - 1));
 
 enum LockState { undecided = 0, inForce = 1, overridden = 2 };
 

@@ -2,6 +2,7 @@
 
 #include "zel/persistence/vor_file.h"
 
+#include "persistence/FileClock.h"
 #include "persistence/FileHandle.h"
 #include "persistence/FileStatus.h"
 #include "persistence/SystemCalls.h"
@@ -57,7 +58,7 @@ unsigned int dropCarriageReturns(char* text, unsigned int length) {
 void fill(VOR_FileStats& stats, const struct stat& file) {
     stats.size = file.st_size > 0xFFFFFFFF ? 0xFFFFFFFF : static_cast<std::uint32_t>(file.st_size);
     stats.modificationTime = static_cast<std::uint32_t>(file.st_mtime);
-    stats.checkTime = static_cast<std::uint32_t>(::time(nullptr));
+    stats.checkTime = currentSecond();
 }
 
 int refreshIfChanged(VOR_FileStats& stored, const VOR_FileStats& fresh) {
@@ -72,6 +73,8 @@ bool forceToDisk(int descriptor) {
 }
 
 } // namespace
+
+std::uint32_t ZEL::currentSecond() { return static_cast<std::uint32_t>(::time(nullptr)); }
 
 int vor_safeOpenFile(const char* path, int mode, int retries, VOR_FileHandle** handle) {
     if (path == nullptr || handle == nullptr)

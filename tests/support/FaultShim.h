@@ -1,66 +1,36 @@
-/// @file
-/// System calls that fail on demand, and a list of those that were made.
+// System calls that fail on demand, and a list of those that were made.
 #ifndef ZEL_TESTS_SUPPORT_FAULTSHIM_H
 #define ZEL_TESTS_SUPPORT_FAULTSHIM_H
 
 #include "support/Sanitizers.h"
 
-#include <cstddef>
 #include <string>
+#include <utility>
+#include <vector>
 
-/// While one exists, the file calls of the thread that made it are noted, may be made to fail, and do not sleep. The
-/// program of tests defines the calls in the C library's place (FaultShim.cpp), under the names that sources with
-/// 64-bit offsets and times call, so that the library is tested as it is linked.
-class FaultShim {
-public:
-    enum Call {
-        Open,
-        CloseOnExec,
-        Lock,
-        Unlock,
-        Read,
-        Write,
-        Seek,
-        Truncate,
-        Sync,
-        Close,
-        Sleep,
-        Malloc,
-        Calloc,
-        Calls
-    };
-
-    FaultShim();
-    ~FaultShim();
-    FaultShim(const FaultShim&) = delete;
-    FaultShim& operator=(const FaultShim&) = delete;
-
+/// While one exists, the file calls of the thread that made it are noted and may be made to fail. The program of tests
+/// defines the calls in the C library's place (FaultShim.cpp), so that the library is tested as it is linked.
+struct FaultShim {
     /// After `spared` more calls that work, the next `times` ones fail and leave `error` in errno, or errno alone if it
     /// is 0. A close that fails leaves the descriptor open, except with EINTR.
-    void fail(Call call, int error, int times = 1, int spared = 0) { plans_[call] = {error, times, spared}; }
+    struct Fault {
+        std::string call; ///< As it is noted, or "malloc" or "calloc", or "secure": the process has raised privileges.
+        int error, times = 1, spared = 0;
+    };
+    explicit FaultShim(const std::vector<Fault>& planned = {});
+    ~FaultShim();
+    FaultShim(const FaultShim&) = delete;
 
     /// The calls since the last time this was asked, such as "open(66) cloexec wrlock ".
-    std::string calls();
+    std::string calls() { return std::exchange(noted, {}); }
 
-    /// How often a call was made in all.
-    int count(Call call) const { return counts_[call]; }
-
-    std::size_t longest = static_cast<std::size_t>(-1); ///< What reads and writes handle at most.
-    long now = -1;                                      ///< The second that the clocks tell, if not -1.
-    bool privileged = false;                            ///< Whether the process counts as one with raised privileges.
+    std::vector<Fault> faults;
+    std::string noted;
+    std::size_t longest = 9999; ///< What reads and writes handle at most.
+    long long now = -1;         ///< The second that the clocks tell, if not -1.
 
     /// Otherwise they are the sanitizer's.
     static constexpr bool allocationsCanFail = !addressSanitizer && !threadSanitizer;
-
-    /// For the calls that are defined: notes one, and tells whether it shall fail, with errno set then.
-    bool fails(Call call, const char* name, long argument = -1);
-
-private:
-    struct {
-        int error, times, spared;
-    } plans_[Calls] = {};
-    int counts_[Calls] = {};
-    std::string calls_;
 };
 
 #endif
