@@ -184,7 +184,10 @@ TEST_F(Loading, TheSystemsMathematics) {
     ASSERT_NE(::dladdr(vor_loadSymbol(handle, "cos"), &place), 0);
     std::filesystem::create_symlink(place.dli_fname, folder.path("libm.so"));
     const Loaded library = DllManager::loadLibrary("m", folder.path(""));
-    for (void* const cosine : {vor_loadSymbol(handle, "cos"), library->getSymbol("cos")})
+    FunctionTableImpl table("mathematics");
+    table.addMethod(DynamicMethod("cosine", "cos"));
+    ASSERT_TRUE(table.load(library));
+    for (void* const cosine : {vor_loadSymbol(handle, "cos"), table.retrieveFunction("cosine")})
         EXPECT_NEAR(reinterpret_cast<double (*)(double)>(cosine)(1), 0.5403023058681398, 1e-15);
 }
 
