@@ -79,6 +79,7 @@ TEST_F(FileLock, GivesUpOnALockedFileAfter400AttemptsAnd300Sleeps) {
     const auto obtain = [] { return FileLockImpl("file", forWriting), 0; };
     const std::string attempt = "open(66) cloexec wrlock close ";
     asAnother(F_RDLCK);
+    naps = 0;
     EXPECT_EQ(outcomeOf(obtain), "-1086 Could not open file for writing, obtainLock 60 file 11 " +
                                      repeated(100, attempt + repeated(3, "sleep(500000000) " + attempt)) +
                                      "FileLockImpl obtainLock " + repeated(101, "<Error 16 opening file file> "));
