@@ -1,7 +1,8 @@
 #include "zel/threads/AtomicInt.h"
 
 #include "zel/threads/Mutex.h"
-#include "zel/threads/MutexGrabber.h"
+
+#include "threads/Hold.h"
 
 namespace ZEL::RT {
 
@@ -19,12 +20,12 @@ AtomicInt* AtomicInt::create(long initial) { return new AtomicInt(initial); }
 void AtomicInt::destroy(AtomicInt* counter) { delete counter; }
 
 long AtomicInt::increment() {
-    const MutexGrabber grabber(*mutex_);
+    const Hold hold(*mutex_);
     return ++value_;
 }
 
 long AtomicInt::decrement() {
-    const MutexGrabber grabber(*mutex_);
+    const Hold hold(*mutex_);
     return --value_;
 }
 

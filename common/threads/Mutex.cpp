@@ -4,6 +4,7 @@
 #include "zel/exceptions/LockException.h"
 
 #include "exceptions/Failure.h"
+#include "threads/Hold.h"
 
 namespace ZEL {
 
@@ -38,27 +39,39 @@ public:
     EXCEPTIONS::raise<EXCEPTIONS::LockException>(source, failure);
 }
 
-void check(int result, const Failure& failure) {
-    if (result != 0)
-        report(failure);
-}
-
 } // namespace
 
 static_assert(sizeof(Mutex) == sizeof(pthread_mutex_t), "callers keep a mutex where they would keep the system's");
 static_assert(sizeof(void*) != 4 || sizeof(Mutex) == 24);
 
-Mutex::Mutex() { check(vor_initializeMutex(&mutex_), initialiseFailed); }
+void reportLockFailed() { report(lockFailed); }
+
+void reportUnlockFailed() { report(unlockFailed); }
+
+void dropUnlockFailed() {
+    try {
+        reportUnlockFailed();
+    } catch (...) {
+        // Happens in the child of a fork, whose mutexes are made anew while the forking thread still holds them.
+    }
+}
+
+Mutex::Mutex() {
+    if (vor_initializeMutex(&mutex_) != 0)
+        report(initialiseFailed);
+}
 
 Mutex::~Mutex() { vor_destroyMutex(&mutex_); }
 
 int Mutex::lock(unsigned int) {
-    check(vor_lockMutex(&mutex_), lockFailed);
+    if (vor_lockMutex(&mutex_) != 0)
+        reportLockFailed();
     return 0;
 }
 
 int Mutex::unlock() {
-    check(vor_unlockMutex(&mutex_), unlockFailed);
+    if (vor_unlockMutex(&mutex_) != 0)
+        reportUnlockFailed();
     return 0;
 }
 

@@ -2,16 +2,15 @@
 
 #include "zel/threads/Mutex.h"
 
+#include "threads/Hold.h"
+
 namespace ZEL {
 
 MutexGrabber::MutexGrabber(Mutex& mutex) : mutex_(mutex) { mutex_.lock(0); }
 
 MutexGrabber::~MutexGrabber() {
-    try {
-        mutex_.unlock();
-    } catch (...) {
-        // Happens in the child of a fork, whose mutexes are made anew while the forking thread still holds them.
-    }
+    if (vor_unlockMutex(&mutex_) != 0)
+        dropUnlockFailed();
 }
 
 } // namespace ZEL
