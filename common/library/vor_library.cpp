@@ -139,7 +139,6 @@ int vor_unloadLibrary(void* handle) {
 void* vor_loadSymbol(void* handle, const char* symbolName) {
     if (handle == nullptr || symbolName == nullptr)
         return nullptr;
-    const CancellationShield shield;
     return ::dlsym(handle, symbolName);
 }
 
