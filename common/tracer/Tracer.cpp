@@ -1,12 +1,11 @@
 #include "zel/tracer/Tracer.h"
 
-#include "zel/threads/Thread.h"
+#include "zel/api/vor_thread.h"
 #include "zel/tracer/TraceWriter.h"
-#include "zel/utils/vor_runtime.h"
 
+#include "tracer/TraceFormat.h"
 #include "tracer/TraceParts.h"
 
-#include <algorithm>
 #include <ctime>
 
 namespace ZEL {
@@ -64,7 +63,7 @@ void Tracer::write(const RT::TraceRecord& record) { RT::TraceWriter::write(recor
 
 RT::TraceParts Tracer::parts(int line, std::string_view head, std::string_view tail) const {
     const long time = stamped_ ? std::time(nullptr) : 0;
-    const int thread = stamped_ ? static_cast<int>(RT::Thread::myThreadID()) : 0;
+    const int thread = stamped_ ? static_cast<int>(vor_getThreadId()) : 0;
     return {functionName_, className_, line, head, tail, time, thread};
 }
 
@@ -72,14 +71,9 @@ void Tracer::emit(int line, std::string_view head, std::string_view tail) {
     RT::TraceWriter::write(parts(line, head, tail));
 }
 
-// What cannot be formatted, such as a wide character that the locale lacks, leaves the text written until then.
 void Tracer::format(int line, const char* format, va_list arguments) {
     char text[formattedSize];
-    text[0] = '\0';
-    if (format != nullptr)
-        vor_safeVsprintf(text, sizeof text, sizeof text, format, arguments);
-    text[formattedSize - 1] = '\0';
-    emit(line, text);
+    emit(line, RT::formatTrace(text, sizeof text, format, arguments));
 }
 
 } // namespace ZEL
