@@ -30,9 +30,6 @@ std::mutex guard;
 Threads* threads = nullptr;
 unsigned long lastSerial = 0;
 
-// Whether the thread is known to be alive; a fact that needs no second look.
-thread_local bool sighted __attribute__((tls_model("initial-exec"))) = false;
-
 struct Start {
     void* (*routine)(void*);
     void* argument;
@@ -236,9 +233,9 @@ void detach(pthread_t handle, const void* owner) {
         thread->state = State::Gone;
 }
 
-void sight() {
-    if (sighted)
-        return;
+__thread bool sighted = false;
+
+void sightFirst() {
     sighted = true;
     const std::lock_guard<std::mutex> lock(guard);
     const Thread* self = find(::pthread_self());

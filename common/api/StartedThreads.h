@@ -30,9 +30,17 @@ int cancel(pthread_t handle, const void* owner);
 // Has the system take the thread's stack back at its end; nobody can wait for it any more.
 void detach(pthread_t handle, const void* owner);
 
+// Whether the calling thread is known to be alive; a fact that needs no second look.
+extern __thread bool sighted __attribute__((tls_model("initial-exec")));
+
+void sightFirst();
+
 // Tells that the calling thread is alive: its handle, should it be remembered as that of a gone thread, is in use
 // again.
-void sight();
+inline void sight() {
+    if (!sighted)
+        sightFirst();
+}
 
 } // namespace ZEL::RT::StartedThreads
 

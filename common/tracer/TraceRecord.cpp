@@ -6,6 +6,7 @@
 #include "zel/utils/StringUtils.h"
 
 #include "tracer/TraceParts.h"
+#include "utils/ErrnoKeeper.h"
 
 #include <cstddef>
 #include <ctime>
@@ -42,25 +43,27 @@ TraceRecord::TraceRecord(const Tracer& tracer, int line, const std::string& a, c
 TraceRecord::TraceRecord(const TraceParts& parts) { assign(parts); }
 
 // The text comes first: when it finds no memory, the record is still what it was. It stays in the storage that the
-// record has, unless a text of unusual length left more than is worth keeping.
+// record has, as long as that is of a size that suits.
 void TraceRecord::assign(const TraceParts& parts) {
     const std::size_t size = parts.head.size() + parts.tail.size();
-    if (size <= storageKept && text_.capacity() > storageKept) {
-        std::string smaller;
-        smaller.reserve(size);
-        text_.swap(smaller);
-    }
-    if (parts.tail.empty()) {
-        text_.assign(parts.head);
-    } else {
-        text_.reserve(size);
-        text_.assign(parts.head).append(parts.tail);
-    }
+    if (size > text_.capacity() || text_.capacity() > storageKept)
+        fit(size);
+    text_.assign(parts.head);
+    if (!parts.tail.empty())
+        text_.append(parts.tail);
     functionName_ = parts.functionName;
     className_ = parts.className;
     line_ = parts.line;
     time_ = parts.time;
     thread_ = parts.thread;
+}
+
+// A text of unusual length leaves more than is worth keeping behind it.
+void TraceRecord::fit(std::size_t size) {
+    const ErrnoKeeper keeper;
+    std::string fitting;
+    fitting.reserve(size);
+    text_.swap(fitting);
 }
 
 TraceParts TraceRecord::parts() const { return {functionName_, className_, line_, text_, {}, time_, thread_}; }

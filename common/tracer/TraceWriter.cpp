@@ -5,6 +5,7 @@
 #include "zel/utils/EnvUtils.h"
 
 #include "threads/CancellationShield.h"
+#include "threads/Hold.h"
 #include "threads/ImmortalMutex.h"
 #include "tracer/LastingNames.h"
 #include "tracer/TraceParts.h"
@@ -43,7 +44,7 @@ std::atomic<int> unloading{0};
 // whose failure is traced and an allocation that fails would otherwise come back here without end.
 thread_local bool inside __attribute__((tls_model("initial-exec"))) = false;
 
-// Marks the calling thread as inside for the length of a scope, and keeps its errno.
+// Marks the calling thread as inside for the length of a scope.
 class Inside {
 public:
     Inside() { inside = true; }
@@ -53,7 +54,6 @@ public:
 
 private:
     const bool before_ = inside;
-    const ErrnoKeeper keeper_;
 };
 
 std::string tracePath() { return isSecureProcess() ? std::string() : EnvUtils::GetEnv("VOR_TRACE", ""); }
@@ -134,9 +134,14 @@ TraceWriter* TraceWriter::getInstance() {
     TraceWriter* writer = instance.load(std::memory_order_acquire);
     if (writer != nullptr || inside)
         return writer;
+    return create();
+}
+
+TraceWriter* TraceWriter::create() {
+    const ErrnoKeeper keeper;
     const Inside scope;
     const MutexGrabber grabber(creationMutex.get());
-    writer = instance.load(std::memory_order_acquire);
+    TraceWriter* writer = instance.load(std::memory_order_acquire);
     if (writer == nullptr) {
         writer = new TraceWriter;
         instance.store(writer, std::memory_order_release);
@@ -169,6 +174,7 @@ void TraceWriter::addRecord(const TraceRecord& record) { keep(record); }
 void TraceWriter::printRecord(const TraceRecord& record) {
     if (inside || kind_ == toMemory)
         return;
+    const ErrnoKeeper keeper;
     const Inside scope;
     const CancellationShield shield;
     print(record);
@@ -177,6 +183,7 @@ void TraceWriter::printRecord(const TraceRecord& record) {
 void TraceWriter::flushRingBuffer() {
     if (inside)
         return;
+    const ErrnoKeeper keeper;
     const Inside scope;
     const CancellationShield shield;
     const MutexGrabber buffer(bufferMutex_);
@@ -229,10 +236,11 @@ template <class Source> void TraceWriter::route(const Source& source) {
     const Inside scope;
     while (true) {
         if (kind_.load(std::memory_order_relaxed) == toMemory) {
-            const MutexGrabber buffer(bufferMutex_);
+            const Hold buffer(bufferMutex_);
             keep(source);
             return;
         }
+        const ErrnoKeeper keeper;
         const CancellationShield shield;
         const MutexGrabber output(outputMutex_);
         if (kind_ != toMemory) {
@@ -245,6 +253,7 @@ template <class Source> void TraceWriter::route(const Source& source) {
 // A thread that is printing has the output mutex already, and must not wait for the buffer mutex now. There is nothing
 // to drain for it: what it prints is the first to have left the ring.
 template <class Change> void TraceWriter::redirect(Change change) {
+    const ErrnoKeeper keeper;
     const CancellationShield shield;
     if (inside && instance.load(std::memory_order_relaxed) == this) {
         const MutexGrabber output(outputMutex_);
@@ -272,7 +281,8 @@ void TraceWriter::keep(const TraceParts& parts) {
 }
 
 void TraceWriter::append(const TraceParts& parts) {
-    if (ring_.size() < ringBound) {
+    if (__builtin_expect(ring_.size() < ringBound, false)) {
+        const ErrnoKeeper keeper;
         ring_.push(TraceRecord(parts));
         return;
     }
@@ -313,6 +323,7 @@ void TraceWriter::keepNames() {
 // A thread that unloads while it is printing may hold the output mutex alone, and must not wait for the buffer mutex
 // for long: one who has that waits for the other. There is hardly anything in the ring while the trace is printed.
 Unloading::Unloading() {
+    const ErrnoKeeper keeper;
     ++unloading;
     TraceWriter* writer = instance.load(std::memory_order_acquire);
     if (writer == nullptr)

@@ -13,45 +13,64 @@ namespace ZEL {
 /// First-in-first-out adaptor over a sequence container with random access. Not locked.
 template <class T, class Container = std::deque<T>> class Queue {
 public:
+    Queue() : oldest_(items_.begin()) {}
+    Queue(const Queue& other)
+        : items_(other.items_), oldest_(items_.begin() + (other.oldest_ - other.items_.begin())) {}
+    Queue& operator=(const Queue& other) {
+        items_ = other.items_;
+        oldest_ = items_.begin() + (other.oldest_ - other.items_.begin());
+        return *this;
+    }
+
     /// Appends behind the newest element.
     void push(const T& value) {
-        straighten();
+        const Straightened scope(*this);
         items_.push_back(value);
     }
 
     void push(T&& value) {
-        straighten();
+        const Straightened scope(*this);
         items_.push_back(std::move(value));
     }
 
     /// Removes the oldest element; there must be one.
     void pop() {
-        straighten();
+        const Straightened scope(*this);
         items_.pop_front();
     }
 
     /// The oldest element; there must be one.
-    T& front() { return items_[oldest_]; }
-    const T& front() const { return items_[oldest_]; }
+    T& front() { return *oldest_; }
+    const T& front() const { return *oldest_; }
 
     /// Makes the oldest element the newest, where it stands: a full queue of bounded length refills front() and
     /// turns, and needs no memory for it. Linear in the length is only the first push or pop after turning.
-    void turn() { oldest_ = oldest_ + 1 < items_.size() ? oldest_ + 1 : 0; }
+    void turn() {
+        if (++oldest_ == items_.end())
+            oldest_ = items_.begin();
+    }
 
     std::size_t size() const { return items_.size(); }
     bool empty() const { return items_.empty(); }
 
 private:
-    void straighten() {
-        if (oldest_ == 0)
-            return;
-        using Distance = typename Container::difference_type;
-        std::rotate(items_.begin(), items_.begin() + static_cast<Distance>(oldest_), items_.end());
-        oldest_ = 0;
-    }
+    // Has the container in the order of the queue for the length of a scope, and finds the oldest element anew at its
+    // end, as what happens there moves it, also when it fails.
+    class Straightened {
+    public:
+        explicit Straightened(Queue& queue) : queue_(queue) {
+            std::rotate(queue.items_.begin(), queue.oldest_, queue.items_.end());
+        }
+        ~Straightened() { queue_.oldest_ = queue_.items_.begin(); }
+        Straightened(const Straightened&) = delete;
+        Straightened& operator=(const Straightened&) = delete;
+
+    private:
+        Queue& queue_;
+    };
 
     Container items_;
-    std::size_t oldest_ = 0; // index of the oldest element in items_
+    typename Container::iterator oldest_;
 };
 
 } // namespace ZEL

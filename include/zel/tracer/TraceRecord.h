@@ -5,6 +5,7 @@
 
 #include "zel/export.h"
 
+#include <cstddef>
 #include <string>
 
 namespace ZEL {
@@ -42,6 +43,7 @@ private:
 
     ZEL_LOCAL explicit TraceRecord(const TraceParts& parts);
     ZEL_LOCAL void assign(const TraceParts& parts);
+    ZEL_LOCAL void fit(std::size_t size);
     ZEL_LOCAL TraceParts parts() const;
 
     const char* functionName_;

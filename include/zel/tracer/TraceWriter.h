@@ -86,6 +86,7 @@ private:
     struct Layout;
 
     ZEL_LOCAL TraceWriter();
+    ZEL_LOCAL static TraceWriter* create();
 
     ZEL_LOCAL static void write(const TraceParts& parts);
     template <class Source> ZEL_LOCAL void route(const Source& source);
