@@ -4,6 +4,7 @@
 #include "support/TemporaryDirectory.h"
 
 #include <cerrno>
+#include <climits>
 #include <clocale>
 #include <cstdio>
 #include <ctime>
@@ -70,6 +71,32 @@ TEST(Tracer, FormattedTextIsCut) {
         Tracer().printf("%s", text.c_str());
         EXPECT_EQ(trace.text(), ": " + text.substr(0, 1023) + "\n");
     }
+}
+
+// Every message, its 1023 characters filled up to any point, comes out as the C library formats it.
+TEST(Tracer, FormatsAsTheCLibraryDoes) {
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+#pragma GCC diagnostic ignored "-Wformat-security"
+    const auto compare = [](const char* format, auto... arguments) {
+        for (const std::size_t room : {2000U, 0U, 1U, 2U, 5U, 12U}) {
+            const std::string text = std::string(room < 1023 ? 1023 - room : 0, 'x') + format;
+            char expected[1024];
+            std::snprintf(expected, sizeof expected, text.c_str(), arguments...);
+            const CapturedTrace trace;
+            Tracer().printf(text.c_str(), arguments...);
+            EXPECT_EQ(trace.text(), ": " + std::string(expected) + "\n") << format << ", room for " << room;
+        }
+    };
+#pragma GCC diagnostic pop
+    compare("no conversion%%");
+    compare("%d%%%d|%u|%x|%lu|%lx.", INT_MIN, INT_MAX, UINT_MAX, 0xFACADEU, ULONG_MAX, ULONG_MAX);
+    compare("%d %u %x %lx", 0, 0U, 0U, 0UL);
+    compare("<%s> and %s", "", "bytes above 127: \xE4\xFF");
+    compare("%s", static_cast<const char*>(nullptr));
+    // What only the C library can do, after what it need not.
+    compare("%s %5d|%-4u|%08x|%.2s|%+d", "a", 42, 7U, 0xABU, "text", 1);
+    compare("%u %c %lld %zu %hd %ld %p", 1U, 'c', -1LL, std::size_t{3}, 4, -5L, static_cast<void*>(nullptr));
 }
 
 TEST(TraceWriter, RingKeepsTheLast256InOrder) {
