@@ -1,0 +1,93 @@
+#include "bench.h"
+#include "inputs.h"
+
+#include <map>
+#include <sstream>
+
+#include <Poco/AutoPtr.h>
+#include <Poco/Util/PropertyFileConfiguration.h>
+#include <Poco/Util/XMLConfiguration.h>
+#include <boost/property_tree/ptree.hpp>
+#include <boost/property_tree/xml_parser.hpp>
+#include <pugixml.hpp>
+
+namespace {
+
+using namespace bench;
+using inputs::Map;
+
+// The document, and its properties in a map, whose end is where names in order belong.
+Body loadByPugixml(std::size_t count) {
+    return each([count] {
+        const std::string& xml = inputs::xml(count);
+        pugi::xml_document document;
+        document.load_buffer(xml.data(), xml.size(), pugi::parse_minimal);
+        Map map;
+        for (const pugi::xml_node property : document.child("properties").children("property"))
+            map.emplace_hint(map.end(), property.attribute("name").value(), property.child_value());
+        keep(map);
+    });
+}
+
+struct Writer : pugi::xml_writer {
+    void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+    std::string text;
+};
+
+// A document that is there already, as our store is.
+Body storeByPugixml(std::size_t count) {
+    return each([count] {
+        static std::map<std::size_t, pugi::xml_document> documents;
+        pugi::xml_document& document = documents[count];
+        if (!document.first_child())
+            document.load_string(inputs::xml(count).c_str());
+        Writer writer;
+        document.save(writer, "", pugi::format_raw | pugi::format_no_declaration);
+        keep(writer.text);
+    });
+}
+
+template <class Configuration> Body loadByPoco(const std::string& (*form)(std::size_t), std::size_t count) {
+    return each([form, count] {
+        std::istringstream stream(form(count));
+        const Poco::AutoPtr<Configuration> configuration(new Configuration(stream));
+        keep(configuration);
+    });
+}
+
+void loadByBoost(std::size_t count) {
+    std::istringstream stream(inputs::xml(count));
+    boost::property_tree::ptree tree;
+    boost::property_tree::read_xml(stream, tree);
+    keep(tree);
+}
+
+Body storeByPoco(std::size_t count) {
+    return each([count] {
+        static std::map<std::size_t, Poco::AutoPtr<Poco::Util::PropertyFileConfiguration>> configurations;
+        auto& configuration = configurations[count];
+        if (!configuration) {
+            std::istringstream stream(inputs::text(count));
+            configuration = new Poco::Util::PropertyFileConfiguration(stream);
+        }
+        std::ostringstream stream;
+        configuration->save(stream);
+        keep(stream.str());
+    });
+}
+
+const Peers peers([] {
+    const std::size_t count = 100'000;
+    find("XML load, 100,000 properties")
+        .peer("pugixml and std::map", loadByPugixml(count), 1.0)
+        .peer("POCO XMLConfiguration", loadByPoco<Poco::Util::XMLConfiguration>(inputs::xml, count), 0.3)
+        .peer("boost::property_tree", each([] { loadByBoost(count); }), 0.3);
+    find("XML load, 1,000,000 properties").peer("pugixml and std::map", loadByPugixml(10 * count), 1.1);
+    find("XML store, 100,000 properties").peer("pugixml", storeByPugixml(count), 0.35);
+    find("text load, 100,000 lines")
+        .peer("POCO PropertyFileConfiguration", loadByPoco<Poco::Util::PropertyFileConfiguration>(inputs::text, count),
+              0.25);
+    find("text store, 100,000 lines").peer("POCO PropertyFileConfiguration", storeByPoco(count), 0.22);
+});
+
+} // namespace
