@@ -1,14 +1,17 @@
 #include "zel/exceptions/ZelException.h"
 
 #include "zel/exceptions/ILocalizable.h"
-#include "zel/tracer/Tracer.h"
 #include "zel/utils/StringUtils.h"
 
 #include "exceptions/Catalogue.h"
+#include "tracer/TraceScope.h"
 #include "utils/ErrnoKeeper.h"
 
+#include <charconv>
 #include <cstddef>
 #include <ctime>
+#include <iterator>
+#include <string_view>
 
 namespace ZEL::EXCEPTIONS {
 
@@ -19,6 +22,17 @@ const char* orEmpty(const char* text) { return text != nullptr ? text : ""; }
 const char* orNull(const char* text) { return text != nullptr ? text : "(null)"; }
 
 const char* orNull(const std::string& text) { return text.empty() ? "(null)" : text.c_str(); }
+
+// The digits of a number, for as long as the object is there.
+class Decimal {
+public:
+    explicit Decimal(int number) : end_(std::to_chars(digits_, std::end(digits_), number).ptr) {}
+    operator std::string_view() const { return {digits_, static_cast<std::size_t>(end_ - digits_)}; }
+
+private:
+    char digits_[12];
+    const char* end_;
+};
 
 } // namespace
 
@@ -164,13 +178,13 @@ void ZelException::setSourceLocation(const char* file, int line, const char* fun
 }
 
 void ZelException::trace() const {
-    Tracer tracer("ZelException::setSourceLocation => exception thrown!", true);
-    tracer.printf("name: %s", orNull(exceptionName_));
-    tracer.printf("code: %d", exceptionCode_);
-    tracer.printf("message: %s", orNull(entryText_));
-    tracer.printf("method: %s", orNull(sourceFunction_));
-    tracer.printf("file: %s", orNull(sourceFile_));
-    tracer.printf("line: %d", sourceLine_);
+    RT::TraceScope::write("ZelException::setSourceLocation => exception thrown!",
+                          {{"name: ", orNull(exceptionName_)},
+                           {"code: ", Decimal(exceptionCode_)},
+                           {"message: ", orNull(entryText_)},
+                           {"method: ", orNull(sourceFunction_)},
+                           {"file: ", orNull(sourceFile_)},
+                           {"line: ", Decimal(sourceLine_)}});
 }
 
 } // namespace ZEL::EXCEPTIONS

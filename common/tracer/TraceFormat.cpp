@@ -13,43 +13,17 @@ namespace ZEL::RT {
 
 namespace {
 
-// How long the conversion is that begins with a "%" here, if it is one that Message knows; 0 otherwise.
-std::size_t conversionLength(const char* percent) {
-    switch (percent[1]) {
-    case 's':
-    case 'd':
-    case 'u':
-    case 'x':
-    case '%':
-        return 2;
-    case 'l':
-        return percent[2] == 'u' || percent[2] == 'x' ? 3 : 0;
-    default:
-        return 0;
-    }
-}
-
-// The next "%" or the end. Formats are short: a call would cost more than the look at each character.
-const char* nextConversion(const char* format) {
-    while (*format != '%' && *format != '\0')
-        ++format;
-    return format;
-}
-
-bool isSimple(const char* format) {
-    while (*(format = nextConversion(format)) != '\0') {
-        const std::size_t length = conversionLength(format);
-        if (length == 0)
-            return false;
-        format += length;
-    }
-    return true;
-}
-
 // A text that ends where its room ends.
 class Message {
 public:
     Message(char* buffer, std::size_t size) : begin_(buffer), at_(buffer), end_(buffer + size - 1) {}
+
+    // Adds the format up to its next conversion, which is returned, or to its end.
+    const char* addPlain(const char* format) {
+        const char* const percent = std::strchr(format, '%');
+        add(percent != nullptr ? std::string_view(format, static_cast<std::size_t>(percent - format)) : format);
+        return percent;
+    }
 
     void add(std::string_view text) {
         const std::size_t n = std::min(text.size(), static_cast<std::size_t>(end_ - at_));
@@ -74,23 +48,33 @@ private:
     char* const end_;
 };
 
-// A percent sign is its own letter.
-void addConversion(Message& message, std::string_view conversion, va_list* arguments) {
-    const int base = conversion.back() == 'x' ? 16 : 10;
-    switch (conversion[1]) {
+// Adds what the conversion behind a "%" asks for, and returns where that ends; null when it is not one of the few.
+const char* addConversion(Message& message, const char* letter, va_list* arguments) {
+    switch (*letter) {
     case 's': {
         const char* const text = va_arg(*arguments, const char*);
-        return message.add(text != nullptr ? text : "(null)");
+        message.add(text != nullptr ? text : "(null)");
+        return letter + 1;
     }
     case 'd':
-        return message.add(va_arg(*arguments, int), base);
+        message.add(va_arg(*arguments, int), 10);
+        return letter + 1;
     case 'u':
+        message.add(va_arg(*arguments, unsigned int), 10);
+        return letter + 1;
     case 'x':
-        return message.add(va_arg(*arguments, unsigned int), base);
+        message.add(va_arg(*arguments, unsigned int), 16);
+        return letter + 1;
+    case '%':
+        message.add("%");
+        return letter + 1;
     case 'l':
-        return message.add(va_arg(*arguments, unsigned long), base);
+        if (letter[1] != 'u' && letter[1] != 'x')
+            return nullptr;
+        message.add(va_arg(*arguments, unsigned long), letter[1] == 'u' ? 10 : 16);
+        return letter + 2;
     default:
-        return message.add("%");
+        return nullptr;
     }
 }
 
@@ -100,25 +84,23 @@ std::string_view formatTrace(char* buffer, std::size_t size, const char* format,
     buffer[0] = '\0';
     if (format == nullptr)
         return {};
-    if (!isSimple(format)) {
-        vor_safeVsprintf(buffer, size, size, format, arguments);
-        buffer[size - 1] = '\0';
-        return buffer;
-    }
     va_list rest;
-    va_copy(rest, arguments); // a parameter of this type may be no more than a pointer, which has no address to pass
+    va_copy(rest, arguments);
     Message message(buffer, size);
-    while (true) {
-        const char* const percent = nextConversion(format);
-        message.add({format, static_cast<std::size_t>(percent - format)});
-        if (*percent == '\0')
-            break;
-        const std::size_t length = conversionLength(percent);
-        addConversion(message, {percent, length}, &rest);
-        format = percent + length;
+    const char* at = message.addPlain(format);
+    bool known = true;
+    while (at != nullptr && known) {
+        at = addConversion(message, at + 1, &rest);
+        known = at != nullptr;
+        if (known)
+            at = message.addPlain(at);
     }
     va_end(rest);
-    return message.finish();
+    if (known)
+        return message.finish();
+    vor_safeVsprintf(buffer, size, size, format, arguments);
+    buffer[size - 1] = '\0';
+    return buffer;
 }
 
 } // namespace ZEL::RT

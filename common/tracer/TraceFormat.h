@@ -7,6 +7,8 @@
 
 namespace ZEL::RT {
 
+constexpr std::size_t formattedSize = 1024; // of a formatted text, its NUL included
+
 // Formats like vsnprintf into the buffer of the given size, which is not 0; the result lies in there. What cannot be
 // formatted, such as a wide character that the locale lacks, leaves the text written until then. Null is an empty
 // format.

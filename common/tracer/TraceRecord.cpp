@@ -5,6 +5,7 @@
 #include "zel/tracer/Tracer.h"
 #include "zel/utils/StringUtils.h"
 
+#include "tracer/TraceFormat.h"
 #include "tracer/TraceParts.h"
 #include "utils/ErrnoKeeper.h"
 
@@ -14,7 +15,7 @@
 namespace ZEL::RT {
 
 namespace {
-constexpr std::size_t storageKept = 1024; // whatever is formatted fits
+constexpr std::size_t storageKept = formattedSize;
 }
 
 #pragma GCC diagnostic push
@@ -48,9 +49,13 @@ void TraceRecord::assign(const TraceParts& parts) {
     const std::size_t size = parts.head.size() + parts.tail.size();
     if (size > text_.capacity() || text_.capacity() > storageKept)
         fit(size);
-    text_.assign(parts.head);
-    if (!parts.tail.empty())
-        text_.append(parts.tail);
+    if (parts.tail.empty()) {
+        text_.assign(parts.head);
+    } else {
+        text_.resize(size);
+        parts.head.copy(text_.data(), parts.head.size());
+        parts.tail.copy(text_.data() + parts.head.size(), parts.tail.size());
+    }
     functionName_ = parts.functionName;
     className_ = parts.className;
     line_ = parts.line;

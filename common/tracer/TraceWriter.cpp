@@ -1,6 +1,7 @@
 #include "zel/tracer/TraceWriter.h"
 
 #include "zel/api/vor_mutex.h"
+#include "zel/api/vor_thread.h"
 #include "zel/threads/MutexGrabber.h"
 #include "zel/utils/EnvUtils.h"
 
@@ -8,7 +9,9 @@
 #include "threads/Hold.h"
 #include "threads/ImmortalMutex.h"
 #include "tracer/LastingNames.h"
+#include "tracer/TraceFormat.h"
 #include "tracer/TraceParts.h"
+#include "tracer/TraceScope.h"
 #include "tracer/Unloading.h"
 #include "utils/ErrnoKeeper.h"
 #include "utils/SecureProcess.h"
@@ -234,20 +237,23 @@ template <class Source> void TraceWriter::route(const Source& source) {
     if (inside)
         return;
     const Inside scope;
-    while (true) {
-        if (kind_.load(std::memory_order_relaxed) == toMemory) {
-            const Hold buffer(bufferMutex_);
-            keep(source);
+    while (kind_.load(std::memory_order_relaxed) != toMemory) {
+        if (printLocked(source))
             return;
-        }
-        const ErrnoKeeper keeper;
-        const CancellationShield shield;
-        const MutexGrabber output(outputMutex_);
-        if (kind_ != toMemory) {
-            print(source);
-            return;
-        }
     }
+    const Hold buffer(bufferMutex_);
+    keep(source);
+}
+
+// Whether it was printed: not if the destination has become memory.
+template <class Source> [[gnu::noinline]] bool TraceWriter::printLocked(const Source& source) {
+    const ErrnoKeeper keeper;
+    const CancellationShield shield;
+    const MutexGrabber output(outputMutex_);
+    if (kind_ == toMemory)
+        return false;
+    print(source);
+    return true;
 }
 
 // A thread that is printing has the output mutex already, and must not wait for the buffer mutex now. There is nothing
@@ -272,22 +278,28 @@ template <class Change> void TraceWriter::redirect(Change change) {
 void TraceWriter::keep(const TraceRecord& record) { keep(record.parts()); }
 
 void TraceWriter::keep(const TraceParts& parts) {
-    if (unloading.load(std::memory_order_relaxed) == 0)
-        return append(parts);
-    TraceParts lasting = parts;
-    lasting.functionName = LastingNames::of(parts.functionName);
-    lasting.className = LastingNames::of(parts.className);
-    append(lasting);
+    if (unloading.load(std::memory_order_relaxed) != 0)
+        keepLasting(parts);
+    else
+        append(parts);
+}
+
+[[gnu::noinline]] void TraceWriter::keepLasting(TraceParts parts) {
+    parts.functionName = LastingNames::of(parts.functionName);
+    parts.className = LastingNames::of(parts.className);
+    append(parts);
 }
 
 void TraceWriter::append(const TraceParts& parts) {
-    if (__builtin_expect(ring_.size() < ringBound, false)) {
-        const ErrnoKeeper keeper;
-        ring_.push(TraceRecord(parts));
-        return;
-    }
+    if (ring_.size() < ringBound)
+        return grow(parts);
     ring_.front().assign(parts);
     ring_.turn();
+}
+
+[[gnu::noinline]] void TraceWriter::grow(const TraceParts& parts) {
+    const ErrnoKeeper keeper;
+    ring_.push(TraceRecord(parts));
 }
 
 void TraceWriter::print(const TraceRecord& record) {
@@ -318,6 +330,58 @@ void TraceWriter::keepNames() {
         record.className_ = LastingNames::of(record.className_);
         ring_.turn();
     }
+}
+
+namespace {
+
+// As a tracer does: after a failure only the last record is written, and none if it was the first that failed.
+template <class Write>
+void writeEach(const TraceParts& frame, std::initializer_list<TraceScope::Text> texts, Write write) {
+    TraceParts record = frame;
+    const auto put = [&](std::string_view head, std::string_view tail) {
+        record.head = head;
+        record.tail = tail.substr(0, formattedSize - 1 - head.size());
+        write(record);
+    };
+    const auto leave = [&] {
+        try {
+            put("Leaving", {});
+        } catch (...) {
+            // Nobody is told of what fails on leaving.
+        }
+    };
+    put("Entering", {});
+    try {
+        for (const TraceScope::Text& text : texts)
+            put(text.head, text.tail);
+    } catch (...) {
+        leave();
+        throw;
+    }
+    leave();
+}
+
+} // namespace
+
+void TraceScope::write(const char* function, std::initializer_list<Text> texts) {
+    TraceWriter* writer = TraceWriter::getInstance();
+    if (writer == nullptr || inside)
+        return;
+    const TraceParts frame{function, nullptr, 0, {}, {}, std::time(nullptr), static_cast<int>(vor_getThreadId())};
+    if (!keep(*writer, frame, texts))
+        writeEach(frame, texts, [writer](const TraceParts& record) { writer->route(record); });
+}
+
+// Whether the destination is memory, which it stays as long as its lock is held.
+bool TraceScope::keep(TraceWriter& writer, const TraceParts& frame, std::initializer_list<Text> texts) {
+    if (writer.kind_.load(std::memory_order_relaxed) != toMemory)
+        return false;
+    const Inside scope;
+    const Hold buffer(writer.bufferMutex_);
+    if (writer.kind_ != toMemory)
+        return false;
+    writeEach(frame, texts, [&writer](const TraceParts& record) { writer.keep(record); });
+    return true;
 }
 
 // A thread that unloads while it is printing may hold the output mutex alone, and must not wait for the buffer mutex

@@ -12,8 +12,6 @@ namespace ZEL {
 
 namespace {
 
-constexpr std::size_t formattedSize = 1024;
-
 std::string_view orEmpty(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
 
 } // namespace
@@ -72,7 +70,7 @@ void Tracer::emit(int line, std::string_view head, std::string_view tail) {
 }
 
 void Tracer::format(int line, const char* format, va_list arguments) {
-    char text[formattedSize];
+    char text[RT::formattedSize];
     emit(line, RT::formatTrace(text, sizeof text, format, arguments));
 }
 

@@ -182,6 +182,22 @@ TEST(TraceWriter, ACallbackThatTracesIsNotCalledForIt) {
     EXPECT_EQ(calledBack, "b");
 }
 
+int failingAtCode(const char* text, int) {
+    const std::string line = text;
+    const std::string what = line.substr(line.rfind(": ") + 2);
+    calledBack += what + ";";
+    return what == "-9" ? throw std::runtime_error("callback") : 0;
+}
+
+TEST(TraceWriter, AnExceptionIsTracedUntilTheTraceFailsAndLeft) {
+    { const CapturedTrace drained; }
+    calledBack.clear();
+    setTraceCallback(failingAtCode);
+    const ZEL::EXCEPTIONS::IOException traced("file", "ZEL", -1085, "code", "text", nullptr, -1, nullptr);
+    setTraceDefault();
+    EXPECT_EQ(calledBack, "Entering;IOException;-9;Leaving;");
+}
+
 int switchBack(const char*, int) {
     setTraceDefault();
     return 0;

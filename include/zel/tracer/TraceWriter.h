@@ -17,6 +17,7 @@ class Tracer;
 
 namespace RT {
 
+class TraceScope;
 class Unloading;
 
 /// Keeps the last 256 records in memory or prints each at once: to a file, a stream or a callback. Records kept in
@@ -80,6 +81,7 @@ public:
 
 private:
     friend class ZEL::Tracer;
+    friend class TraceScope;
     friend class Unloading;
 
     struct Fork;
@@ -90,10 +92,13 @@ private:
 
     ZEL_LOCAL static void write(const TraceParts& parts);
     template <class Source> ZEL_LOCAL void route(const Source& source);
+    template <class Source> ZEL_LOCAL bool printLocked(const Source& source);
     template <class Change> ZEL_LOCAL void redirect(Change change);
     ZEL_LOCAL void keep(const TraceRecord& record);
     ZEL_LOCAL void keep(const TraceParts& parts);
+    ZEL_LOCAL void keepLasting(TraceParts parts);
     ZEL_LOCAL void append(const TraceParts& parts);
+    ZEL_LOCAL void grow(const TraceParts& parts);
     ZEL_LOCAL void keepNames();
     ZEL_LOCAL void print(const TraceRecord& record);
     ZEL_LOCAL void print(const TraceParts& parts);
