@@ -1,5 +1,21 @@
 /// @file
 /// Every class of the library, room by room.
+
+/// @namespace ZEL
+/// The roots of the class tree, locks, tracers and dates, and the functions that make objects.
+
+/// @namespace ZEL::RT
+/// The runtime: smart pointers, threads, properties, files and libraries, and the classes of static operations.
+
+/// @namespace ZEL::DATA
+/// Binary values.
+
+/// @namespace ZEL::I
+/// The interface of the properties store.
+
+/// @namespace ZEL::EXCEPTIONS
+/// The exceptions, their properties, and the way to throw them.
+
 #ifndef ZEL_ZEL_H
 #define ZEL_ZEL_H
 

@@ -16,16 +16,16 @@ extern "C" {
 
 /** Texts of the library, which are neither changed nor freed; null where the library says nothing. */
 typedef struct zel_LibraryInfo {
-    const char* version;
-    const char* buildNumber;
-    const char* buildTag;
-    const char* productName;
-    const char* libraryName;
+    const char* version;     /**< such as "2.0.2.6"; traced when the library is loaded */
+    const char* buildNumber; /**< such as "1274432"; traced behind the version */
+    const char* buildTag;    /**< such as "77"; means what each library wants it to */
+    const char* productName; /**< the suite that the library is part of */
+    const char* libraryName; /**< the library within it, such as "ZEL-RT" */
     const char* platformTag; /**< system, compiler generation, processor and kind of build */
     const char* buildDate;   /**< such as "Dec 19 2011", as the compiler writes it */
     const char* buildTime;   /**< such as "03:44:56" */
-    const char* note;
-    const char* releaseKind;
+    const char* note;        /**< anything else; "N/A" in this library */
+    const char* releaseKind; /**< such as "Official Release" */
 } zel_LibraryInfo;
 
 #ifdef __cplusplus

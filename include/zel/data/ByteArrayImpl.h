@@ -16,8 +16,12 @@ class ZEL_API ByteArrayImpl : public IByteArray {
 public:
     /// With a copy of \c size bytes, or zeros if \c data is null.
     ByteArrayImpl(const unsigned char* data, const unsigned int& size);
+
+    /// Copies the bytes. What an array held that is assigned to is erased.
+    /// @{
     ByteArrayImpl(const ByteArrayImpl& other);
     ByteArrayImpl& operator=(const ByteArrayImpl& other);
+    /// @}
 
     std::string toString() const override;
     ~ByteArrayImpl() override;

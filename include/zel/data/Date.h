@@ -17,8 +17,11 @@ public:
     Date();
     virtual ~Date();
 
+    /// Seconds since the epoch.
+    /// @{
     void setValue(long value);
     long getValue();
+    /// @}
 
     /// The local time of \p t in a 12-hour form such as "12/19/11  3:44:56 AM": month and hour padded with a blank,
     /// day, year, minutes and seconds with a zero. Noon and midnight both print hour " 0". A time whose year the

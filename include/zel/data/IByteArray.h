@@ -28,12 +28,16 @@ public:
     /// cleared or destroyed.
     /// @param size receives the number of bytes; may be null.
     /// @return null when empty.
+    /// @{
     virtual const unsigned char* getData(unsigned int* size) const = 0;
     virtual unsigned char* getData(unsigned int* size) = 0;
+    /// @}
 
     /// The object's own record for the flat functions. Never to be released, only cleared or set.
+    /// @{
     virtual const VOR_ByteArray* toBinary() const = 0;
     virtual VOR_ByteArray* toBinary() = 0;
+    /// @}
 
     /// Replaces the contents by a copy of \c size bytes, or zeros if \c data is null; size 0 clears.
     /// The old contents are erased first: setting an object from its own bytes leaves zeros.
@@ -42,6 +46,7 @@ public:
     /// @return two lower-case hexadecimal digits a byte and nothing else, such as "01ab"; "" if there is no data.
     virtual std::string toReadable() const = 0;
 
+    /// The number of bytes asked for, whether or not there was memory for them.
     virtual unsigned int getSize() const = 0;
 
     /// Ordered by size first and by unsigned bytes then, unlike strings: FF comes before 0000.

@@ -22,6 +22,7 @@ public:
     /// With the default message: entry -1001, "A memory allocation error occurred".
     BadAllocException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     BadAllocException(const BadAllocException& other);
     ~BadAllocException() override;
 

@@ -22,6 +22,7 @@ public:
     /// With the default message: entry -1005, "Cast conversion failed".
     ClassCastException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     ClassCastException(const ClassCastException& other);
     ~ClassCastException() override;
 

@@ -23,6 +23,7 @@ public:
     /// With the default message: entry -1006, "The arguments specified in the operation were invalid".
     ComparisonFailedException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     ComparisonFailedException(const ComparisonFailedException& other);
     ~ComparisonFailedException() override;
 

@@ -20,6 +20,7 @@ public:
     IOException(const std::string& fileName, const RT::ILocalizable* text, const char* file, int line,
                 const char* function);
 
+    /// Shares the properties, as every copy does.
     IOException(const IOException& other);
     ~IOException() override;
 
@@ -28,8 +29,10 @@ public:
     bool instanceOf(const std::string& name) const override;
 
     /// Property "FileName": the file that the operation was about, as the caller named it; "" when not set.
+    /// @{
     std::string getFileName() const;
     void setFileName(const std::string& fileName);
+    /// @}
 };
 
 } // namespace ZEL::EXCEPTIONS

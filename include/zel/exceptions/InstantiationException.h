@@ -21,6 +21,7 @@ public:
     InstantiationException(const std::string& objectType, const std::string& objectName, const RT::ILocalizable* text,
                            const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     InstantiationException(const InstantiationException& other);
     ~InstantiationException() override;
 

@@ -22,6 +22,7 @@ public:
     /// With the default message: entry -1006, "The arguments specified in the operation were invalid".
     InvalidArgumentException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     InvalidArgumentException(const InvalidArgumentException& other);
     ~InvalidArgumentException() override;
 

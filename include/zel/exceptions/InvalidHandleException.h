@@ -22,6 +22,7 @@ public:
     /// With the default message: entry -1039, "Invalid Handle".
     InvalidHandleException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     InvalidHandleException(const InvalidHandleException& other);
     ~InvalidHandleException() override;
 

@@ -12,6 +12,7 @@ namespace ZEL::RT {
 /// A catalogue entry as a plain value. Nothing is looked up: it answers with what it was made of.
 class ZEL_API LocalText : public ILocalizable {
 public:
+    /// All five parts; the text comes behind the name.
     LocalText(const std::string& catalogName, int entryCode, const std::string& entryName, const std::string& entryText,
               const std::string& locale);
 
@@ -25,8 +26,11 @@ public:
     /// Copies the five parts of any entry.
     LocalText(const ILocalizable& other);
 
+    /// Copies have strings of their own: references into one entry do not follow the other.
+    /// @{
     LocalText(const LocalText&);
     LocalText& operator=(const LocalText&);
+    /// @}
     ~LocalText() override;
 
     int getEntryCode() const override;

@@ -19,6 +19,7 @@ public:
     /// With a catalogued message, borrowed; parameters as for ZelException.
     NoSuchMethodException(const RT::ILocalizable* text, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     NoSuchMethodException(const NoSuchMethodException& other);
     ~NoSuchMethodException() override;
 

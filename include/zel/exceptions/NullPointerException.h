@@ -22,6 +22,7 @@ public:
     /// With the default message: entry -1004, "A NULL pointer was encountered during the operation".
     NullPointerException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     NullPointerException(const NullPointerException& other);
     ~NullPointerException() override;
 

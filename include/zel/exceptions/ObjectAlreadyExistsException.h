@@ -21,6 +21,7 @@ public:
     ObjectAlreadyExistsException(const std::string& objectType, const std::string& objectName,
                                  const RT::ILocalizable* text, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     ObjectAlreadyExistsException(const ObjectAlreadyExistsException& other);
     ~ObjectAlreadyExistsException() override;
 

@@ -22,6 +22,7 @@ public:
     ObjectException(const std::string& objectType, const std::string& objectName, const RT::ILocalizable* text,
                     const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     ObjectException(const ObjectException& other);
     ~ObjectException() override;
 
@@ -30,20 +31,26 @@ public:
     bool instanceOf(const std::string& name) const override;
 
     /// Property "ObjectType": the kind of object; "" when not set.
+    /// @{
     std::string getObjectType() const;
     void setObjectType(const std::string& objectType);
+    /// @}
 
     /// Property "ObjectName": the object; "" when not set.
+    /// @{
     std::string getObjectName() const;
     void setObjectName(const std::string& objectName);
+    /// @}
 
 protected:
     /// For subclasses, which pass their own name and code.
+    /// @{
     ObjectException(const std::string& objectType, const std::string& objectName, const char* name, int code,
                     const char* catalogName, int entryCode, const char* entryName, const char* entryText,
                     const char* file, int line, const char* function);
     ObjectException(const std::string& objectType, const std::string& objectName, const char* name, int code,
                     const RT::ILocalizable* text, const char* file, int line, const char* function);
+    /// @}
 };
 
 } // namespace ZEL::EXCEPTIONS

@@ -21,6 +21,7 @@ public:
     ObjectNotFoundException(const std::string& objectType, const std::string& objectName, const RT::ILocalizable* text,
                             const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     ObjectNotFoundException(const ObjectNotFoundException& other);
     ~ObjectNotFoundException() override;
 

@@ -21,6 +21,7 @@ public:
     OperationAbortedException(const std::string& operationName, const RT::ILocalizable* text, const char* file,
                               int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     OperationAbortedException(const OperationAbortedException& other);
     ~OperationAbortedException() override;
 

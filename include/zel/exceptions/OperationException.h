@@ -20,6 +20,7 @@ public:
     OperationException(const std::string& operationName, const RT::ILocalizable* text, const char* file, int line,
                        const char* function);
 
+    /// Shares the properties, as every copy does.
     OperationException(const OperationException& other);
     ~OperationException() override;
 
@@ -32,11 +33,13 @@ public:
 
 protected:
     /// For subclasses, which pass their own name and code.
+    /// @{
     OperationException(const std::string& operationName, const char* name, int code, const char* catalogName,
                        int entryCode, const char* entryName, const char* entryText, const char* file, int line,
                        const char* function);
     OperationException(const std::string& operationName, const char* name, int code, const RT::ILocalizable* text,
                        const char* file, int line, const char* function);
+    /// @}
 };
 
 } // namespace ZEL::EXCEPTIONS

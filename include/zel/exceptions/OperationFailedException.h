@@ -21,6 +21,7 @@ public:
     OperationFailedException(const std::string& operationName, const RT::ILocalizable* text, const char* file, int line,
                              const char* function);
 
+    /// Shares the properties, as every copy does.
     OperationFailedException(const OperationFailedException& other);
     ~OperationFailedException() override;
 

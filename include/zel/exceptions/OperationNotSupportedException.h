@@ -25,6 +25,7 @@ public:
     /// "The requested operation is either not supported in this context or is not implemented".
     OperationNotSupportedException(const std::string& operationName, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     OperationNotSupportedException(const OperationNotSupportedException& other);
     ~OperationNotSupportedException() override;
 

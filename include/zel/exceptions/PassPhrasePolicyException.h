@@ -19,6 +19,7 @@ public:
     /// With a catalogued message, borrowed; parameters as for ZelException.
     PassPhrasePolicyException(const RT::ILocalizable* text, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     PassPhrasePolicyException(const PassPhrasePolicyException& other);
     ~PassPhrasePolicyException() override;
 

@@ -19,6 +19,7 @@ public:
     /// With a catalogued message, borrowed; parameters as for ZelException.
     PolicyException(const RT::ILocalizable* text, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     PolicyException(const PolicyException& other);
     ~PolicyException() override;
 
@@ -28,10 +29,12 @@ public:
 
 protected:
     /// For subclasses, which pass their own name and code.
+    /// @{
     PolicyException(const char* name, int code, const char* catalogName, int entryCode, const char* entryName,
                     const char* entryText, const char* file, int line, const char* function);
     PolicyException(const char* name, int code, const RT::ILocalizable* text, const char* file, int line,
                     const char* function);
+    /// @}
 };
 
 } // namespace ZEL::EXCEPTIONS

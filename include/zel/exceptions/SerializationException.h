@@ -28,6 +28,7 @@ public:
     /// With the default message: entry -1056, "Error converting string to object".
     SerializationException(const std::string& systemMessage, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     SerializationException(const SerializationException& other);
     ~SerializationException() override;
 
@@ -37,6 +38,7 @@ public:
 
 protected:
     /// For subclasses, which pass their own name and code.
+    /// @{
     SerializationException(const char* name, int code, const char* catalogName, int entryCode, const char* entryName,
                            const char* entryText, const char* file, int line, const char* function);
     SerializationException(const char* name, int code, const RT::ILocalizable* text, const char* file, int line,
@@ -46,6 +48,7 @@ protected:
                            const char* function);
     SerializationException(const std::string& systemMessage, const char* name, int code, const RT::ILocalizable* text,
                            const char* file, int line, const char* function);
+    /// @}
 };
 
 } // namespace ZEL::EXCEPTIONS

@@ -23,6 +23,7 @@ public:
     /// With a catalogued message, borrowed; parameters as for ZelException.
     SystemException(const RT::ILocalizable* text, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     SystemException(const SystemException& other);
     ~SystemException() override;
 
@@ -31,20 +32,26 @@ public:
     bool instanceOf(const std::string& name) const override;
 
     /// Property "SystemError": the system's error number, kept as decimal text.
-    /// @throws ZEL::EXCEPTIONS::InvalidArgumentException entry -1009 when none was set.
+    /// @throws ZEL::EXCEPTIONS::InvalidArgumentException entry -1009 when it is asked for and none was set.
+    /// @{
     int getSystemError() const;
     void setSystemError(int systemError);
+    /// @}
 
     /// Property "SystemMessage": the system's words; "" when not set.
+    /// @{
     std::string getSystemMessage() const;
     void setSystemMessage(const std::string& systemMessage);
+    /// @}
 
 protected:
     /// For subclasses, which pass their own name and code.
+    /// @{
     SystemException(const char* name, int code, const char* catalogName, int entryCode, const char* entryName,
                     const char* entryText, const char* file, int line, const char* function);
     SystemException(const char* name, int code, const RT::ILocalizable* text, const char* file, int line,
                     const char* function);
+    /// @}
 };
 
 } // namespace ZEL::EXCEPTIONS

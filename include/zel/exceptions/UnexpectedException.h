@@ -22,6 +22,7 @@ public:
     /// With the default message: entry -1040, "Unknown error from underlying code".
     UnexpectedException(const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     UnexpectedException(const UnexpectedException& other);
     ~UnexpectedException() override;
 

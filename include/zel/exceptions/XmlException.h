@@ -20,6 +20,7 @@ public:
     /// With a catalogued message, borrowed; parameters as for ZelException.
     XmlException(const RT::ILocalizable* text, const char* file, int line, const char* function);
 
+    /// Shares the properties, as every copy does.
     XmlException(const XmlException& other);
     ~XmlException() override;
 

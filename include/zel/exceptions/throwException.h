@@ -7,6 +7,7 @@ namespace ZEL::EXCEPTIONS {
 
 /// Sets the source location on \p e, which traces it unless it is a LockException or a BadAllocException, and throws
 /// a copy of static type \p T. The copy shares the properties of \p e.
+/// @param e left as it is but for its location.
 /// @param file, function static text, borrowed by the exception; null leaves what the exception holds.
 /// @param line positive; anything else leaves what the exception holds.
 /// @return never. Compiled into its caller, which saves the unwinding a frame.

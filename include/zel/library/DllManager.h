@@ -29,16 +29,21 @@ public:
     DllManager& operator=(const DllManager&) = delete;
 
     /// Loads the library, or returns the one loaded before under the same file name, whatever path that came from.
+    /// Name and path are those of Library.
     /// @throws ZEL::EXCEPTIONS::IOException entry -1071 if it cannot be opened; a later request tries again.
+    /// @{
     static SmartPointer<const DynamicLibraryImpl> loadLibrary(const std::string& name, const std::string& path);
     static SmartPointer<const DynamicLibraryImpl> loadLibrary(const Library& library);
     SmartPointer<const DynamicLibraryImpl> load(const Library& library);
+    /// @}
 
     /// Do nothing but leave a mark in the trace: a library stays until the process ends.
+    /// @{
     static void unloadLibrary(const SmartPointer<const DynamicLibraryImpl>& library);
     static void unloadLibrary(const std::string& name);
     void unload(const SmartPointer<const DynamicLibraryImpl>& library);
     void unload(const std::string& name);
+    /// @}
 
     /// The only one.
     static DllManager theOne;

@@ -24,8 +24,11 @@ public:
     /// @param method the symbol that the library exports.
     DynamicMethod(const std::string& name, const std::string& method);
 
+    /// The address goes along.
+    /// @{
     DynamicMethod(const DynamicMethod& other);
     DynamicMethod& operator=(const DynamicMethod& other);
+    /// @}
 
     /// An element with the attributes name and method; without the address.
     std::string toString() const override;

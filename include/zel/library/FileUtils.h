@@ -18,7 +18,9 @@ public:
     /// Looks for a file in the directories of a path, separated by ":", in their order; an empty one is the root.
     /// @param fileName complete with its extension.
     /// @param extension accepted and ignored.
+    /// @param path such as "/usr/lib:/opt/lib".
     /// @param result receives directory, "/" and file name of the first that exists; untouched if there is none.
+    /// @return whether there is one.
     static bool FindFileOnPath(const std::string& fileName, const std::string& extension, const std::string& path,
                                std::string& result);
 };

@@ -19,8 +19,11 @@ public:
     /// @param path directories separated by ":"; an empty one stands for the root directory.
     Library(const std::string& name, const std::string& path);
 
+    /// What was found is copied; nothing is looked for again.
+    /// @{
     Library(const Library& other);
     Library& operator=(const Library& other);
+    /// @}
     virtual ~Library();
 
     /// The file name without a directory, such as libfoo.so. It alone is the library's identity.

@@ -29,9 +29,12 @@ ZEL_API char* vor_formatLibraryName(const char* name, const char* prefix, const 
 
 /** Looks for a file in the directories of a path, separated by ":", in their order. Empty directories are skipped, and
  * so are those whose candidate does not fit the result. Whatever stat finds will do, directories included.
- * @param extension appended to a name that has no ".", by the rule of vor_formatLibraryName.
- * @param result receives directory, "/" and file name, at most resultSize bytes with the NUL; untouched if nothing is
- * found. It may be the same memory as the name. Memory of the same size is allocated for the search.
+ * @param name       with or without an extension; a "/" in it has no special meaning.
+ * @param path       such as "/usr/lib:/opt/lib".
+ * @param extension  appended to a name that has no ".", by the rule of vor_formatLibraryName.
+ * @param result     receives directory, "/" and file name, at most resultSize bytes with the NUL; untouched if nothing
+ * is found. It may be the same memory as the name. Memory of the same size is allocated for the search.
+ * @param resultSize  capacity of the result in bytes.
  * @return 1 if found; 0 if not, if there is no memory, or if resultSize is 0. */
 ZEL_API int vor_findFileOnPath(const char* name, const char* path, const char* extension, char* result,
                                size_t resultSize);

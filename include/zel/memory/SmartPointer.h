@@ -42,8 +42,11 @@ public:
         }
     }
 
+    /// Shares the object.
+    /// @throws ZEL::EXCEPTIONS::LockException entry -1012 if the count cannot be locked.
     SmartPointer(const SmartPointer& other) : object_(other.object_), counter_(other.counter_) { share(); }
 
+    /// Takes over the other's share and leaves it null. No lock is taken.
     SmartPointer(SmartPointer&& other) noexcept
         : object_(std::exchange(other.object_, nullptr)), counter_(std::exchange(other.counter_, nullptr)) {}
 
@@ -53,12 +56,15 @@ public:
         share();
     }
 
+    /// Takes over the share of such a pointer and leaves it null.
     template <class U, class = std::enable_if_t<std::is_convertible_v<U*, T*>>>
     SmartPointer(SmartPointer<U>&& other) noexcept
         : object_(std::exchange(other.object_, nullptr)), counter_(std::exchange(other.counter_, nullptr)) {}
 
     ~SmartPointer() { release(); }
 
+    /// Lets go of the object and shares the other's, or takes over its share. Assigning a pointer to itself is allowed.
+    /// @{
     SmartPointer& operator=(const SmartPointer& other) {
         SmartPointer(other).swap(*this);
         return *this;
@@ -68,6 +74,7 @@ public:
         SmartPointer(std::move(other)).swap(*this);
         return *this;
     }
+    /// @}
 
     /// @return a pointer to the same object as \p U, sharing the count.
     /// @throws ZEL::EXCEPTIONS::ClassCastException when the object is no \p U, or there is none.
@@ -100,6 +107,7 @@ public:
     /// The object's address, or null; the object stays with its handles.
     T* get() const noexcept { return object_; }
 
+    /// Whether there is an object.
     explicit operator bool() const noexcept { return object_ != nullptr; }
 
     /// Lets go of the object: this pointer is null afterwards.
@@ -108,6 +116,7 @@ public:
     /// Lets go of the object and takes over another.
     void reset(T* object) { SmartPointer(object).swap(*this); }
 
+    /// Exchanges the shares; no count changes and no lock is taken.
     void swap(SmartPointer& other) noexcept {
         std::swap(object_, other.object_);
         std::swap(counter_, other.counter_);
@@ -143,6 +152,8 @@ private:
     AtomicInt* counter_ = nullptr;
 };
 
+/// Whether both point at the same address, be it as different types.
+/// @{
 template <class T, class U> bool operator==(const SmartPointer<T>& a, const SmartPointer<U>& b) noexcept {
     return a.get() == b.get();
 }
@@ -150,6 +161,7 @@ template <class T, class U> bool operator==(const SmartPointer<T>& a, const Smar
 template <class T, class U> bool operator!=(const SmartPointer<T>& a, const SmartPointer<U>& b) noexcept {
     return a.get() != b.get();
 }
+/// @}
 
 } // namespace ZEL::RT
 

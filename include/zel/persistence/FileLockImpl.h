@@ -20,10 +20,13 @@ namespace ZEL::RT {
 /// object closed and usable; nothing else can. After an IOException errno holds the system's reason.
 class ZEL_API FileLockImpl {
 public:
+    /// What the file is opened for, and with it the kind of the lock.
     enum OPEN_MODE : int {
         OPEN_READ = 0, ///< Read only, shared lock; the file must exist.
         OPEN_WRITE = 1 ///< As any other value: read and write, exclusive lock; a missing file is created.
     };
+
+    /// What becomes of the contents that are there.
     enum WRITE_MODE : int {
         WRITE_REPLACE = 0, ///< As any value but 1: replaces the contents and forces them to disk.
         WRITE_APPEND = 1   ///< Appends; only the first append of each second is forced to disk.
@@ -64,20 +67,26 @@ public:
 
     /// Describes the open file, or the file at a path.
     /// @return false, with \p stats untouched, when closed or if it cannot be examined.
+    /// @{
     bool getStats(VOR_FileStats& stats);
     static bool getStats(const char* path, VOR_FileStats& stats);
+    /// @}
 
     /// Whether the file differs from \p stats, which is then refreshed.
     /// @return true, with \p stats untouched, also when closed or if it cannot be examined.
+    /// @{
     bool updateStats(VOR_FileStats& stats);
     static bool updateStats(const char* path, VOR_FileStats& stats);
+    /// @}
 
     /// Whether the file differs from \p stats, with at most one look at the file in each second of \p stats.checkTime:
     /// in a second that was checked already the answer is false. Only checkTime is refreshed, so that a change is
     /// reported once a second until the caller refreshes the rest.
     /// @return true also, in a new second, when closed or if it cannot be examined.
+    /// @{
     bool staleStats(VOR_FileStats& stats);
     static bool staleStats(const char* path, VOR_FileStats& stats);
+    /// @}
 
 private:
     struct Layout;

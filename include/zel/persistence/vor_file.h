@@ -42,6 +42,7 @@ typedef struct VOR_FileHandle VOR_FileHandle;
 
 /**
  * Opens a file and locks all of it, without waiting for the lock other than by retrying.
+ * @param path     relative to the working directory, unless it begins with "/".
  * @param mode     1: read only, shared lock. 2: read and write, exclusive lock. 3: as 2, and a missing file is created
  *                 with permissions 0666 less the umask.
  * @param retries  further attempts after a failed one, each after half a second; 0 or less for none. A missing or
@@ -67,6 +68,7 @@ ZEL_API int vor_safeCloseFile(VOR_FileHandle* handle);
 
 /**
  * Reads the whole file and turns each CR LF into LF; other carriage returns stay.
+ * @param handle   stays open; its position is behind what was read.
  * @param readMode 1: the size is where a seek to the end arrives. 2: the size is found by reading the file through,
  *                 for files that do not report theirs. Any other: the size is taken as 0.
  * @param buffer   receives the contents, to be released with vor_safeFreeBuffer; null on failure.
@@ -79,8 +81,11 @@ ZEL_API int vor_safeReadContents(VOR_FileHandle* handle, int readMode, char** bu
 
 /**
  * Writes with a single system call and forces the contents to disk.
+ * @param handle    stays open; its position is behind what was written.
  * @param writeMode 1: replace the contents. 2: append; forced to disk only by the first append of each second of the
  *                  clock. Any other: write at the current position.
+ * @param buffer    the bytes to write, as they are: line ends are only changed by reading.
+ * @param length    their number; 0 with mode 1 empties the file.
  * @return 0 also if the system took fewer bytes; 12 a write or sync failed, 19 the file could not be truncated, 20 a
  *         seek failed.
  */

@@ -13,16 +13,23 @@ namespace ZEL {
 /// First-in-first-out adaptor over a sequence container with random access. Not locked.
 template <class T, class Container = std::deque<T>> class Queue {
 public:
+    /// Empty.
     Queue() : oldest_(items_.begin()) {}
-    Queue(const Queue& other)
-        : items_(other.items_), oldest_(items_.begin() + (other.oldest_ - other.items_.begin())) {}
+
+    /// Copies the elements in their order.
+    Queue(const Queue& other) : items_(other.items_), oldest_(items_.begin() + other.turned()) {}
+
+    /// Copies the elements in their order; when there is no memory for them, this queue is what it was.
     Queue& operator=(const Queue& other) {
-        items_ = other.items_;
-        oldest_ = items_.begin() + (other.oldest_ - other.items_.begin());
+        const auto turned = other.turned();
+        Container copy(other.items_);
+        items_.swap(copy);
+        oldest_ = items_.begin() + turned;
         return *this;
     }
 
     /// Appends behind the newest element.
+    /// @{
     void push(const T& value) {
         const Straightened scope(*this);
         items_.push_back(value);
@@ -32,6 +39,7 @@ public:
         const Straightened scope(*this);
         items_.push_back(std::move(value));
     }
+    /// @}
 
     /// Removes the oldest element; there must be one.
     void pop() {
@@ -40,8 +48,10 @@ public:
     }
 
     /// The oldest element; there must be one.
+    /// @{
     T& front() { return *oldest_; }
     const T& front() const { return *oldest_; }
+    /// @}
 
     /// Makes the oldest element the newest, where it stands: a full queue of bounded length refills front() and
     /// turns, and needs no memory for it. Linear in the length is only the first push or pop after turning.
@@ -50,8 +60,11 @@ public:
             oldest_ = items_.begin();
     }
 
+    /// How many elements there are, and whether there are none.
+    /// @{
     std::size_t size() const { return items_.size(); }
     bool empty() const { return items_.empty(); }
+    /// @}
 
 private:
     // Has the container in the order of the queue for the length of a scope, and finds the oldest element anew at its
@@ -68,6 +81,9 @@ private:
     private:
         Queue& queue_;
     };
+
+    // How far the oldest element is from the beginning of the container.
+    typename Container::difference_type turned() const { return oldest_ - items_.begin(); }
 
     Container items_;
     typename Container::iterator oldest_;

@@ -23,7 +23,9 @@ struct TraceParts;
 class ZEL_API TraceRecord {
 public:
     /// Stamped with the current time and the calling thread.
+    /// @param function, className static text, borrowed; null when unknown.
     /// @param line 0 or negative when unknown.
+    /// @param text copied whole; only Tracer::printf() cuts.
     TraceRecord(const char* function, const char* className, int line, const std::string& text);
 
     /// With the tracer's names; stamped when the tracer stamps.

@@ -32,6 +32,8 @@ class Unloading;
 /// to them for long at that moment.
 class ZEL_API TraceWriter {
 public:
+    /// What receives the lines of a callback destination: a line that is terminated by a NUL, and its length without
+    /// it. Its result is ignored.
     using Callback = int (*)(const char* text, int length);
 
     /// @return the writer, made on first use and never deleted; when the environment variable VOR_TRACE holds a path

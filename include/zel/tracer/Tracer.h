@@ -28,6 +28,7 @@ public:
     Tracer();
 
     /// Writes "Entering" with line 0.
+    /// @param function such as "FileLockImpl::obtainLock"; "()" is added when it is printed.
     /// @param stamped whether this tracer's records carry the time and the calling thread.
     Tracer(const char* function, bool stamped);
 
@@ -40,18 +41,23 @@ public:
     Tracer(const Tracer&) = delete;
     Tracer& operator=(const Tracer&) = delete;
 
+    /// Writes a text of any length; a \p line of 0 or below is not printed.
     void write(const std::string& text, int line);
 
     /// Writes \p a directly followed by \p b.
     void write(const std::string& a, const std::string& b, int line);
 
     /// The same from C strings; null counts as "". Despite the name no line break is added.
+    /// @{
     void writeln(const char* text, int line);
     void writeln(const char* a, const char* b, int line);
+    /// @}
 
-    /// Writes formatted text, cut in silence to its first 1023 characters.
+    /// Writes formatted text, cut in silence to its first 1023 characters. The record's line is 0 unless it is given.
+    /// @{
     void printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
     void printf(int line, const char* format, ...) __attribute__((format(printf, 3, 4)));
+    /// @}
 
     /// Writes a record as it is.
     void write(const RT::TraceRecord& record);

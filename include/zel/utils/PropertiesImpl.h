@@ -18,16 +18,15 @@ namespace ZEL::RT {
 /// Text: one property a line, name, "=", value and a line feed. There are no comments, and nothing is trimmed or
 /// escaped: blanks and carriage returns belong to name and value, and a line feed in either does not read back.
 ///
-/// XML: \c <properties> with one \c <property \c name="..."> for each, the value as its content, nothing between them
+/// XML: `<properties>` with one `<property  name="...">` for each, the value as its content, nothing between them
 /// and nothing escaped: a double quote in a name, or a closing tag in a value, does not read back.
 ///
 /// A subclass that overrides retrieveProperty() or assignProperty() is heard by all that writes or reads either form.
 /// Virtual functions in slot order.
 class ZEL_API PropertiesImpl : public I::IProperties {
 public:
-    /// The names of the XML form's elements.
-    static const char TAG[11];
-    static const char PROPERTY[9];
+    static const char TAG[11];     ///< "properties", the root element of the XML form.
+    static const char PROPERTY[9]; ///< "property", the element of each property within it.
 
     PropertiesImpl();
     PropertiesImpl(const PropertiesImpl&) = delete;
@@ -56,6 +55,7 @@ public:
     /// All properties in text form, in order.
     virtual std::string storeAsText() const;
 
+    /// Removes every property.
     void clear();
 
     /// Assigns every property in a text form, beside those that are there. A line without "=" is ignored.
@@ -82,7 +82,7 @@ public:
     /// @throws ZEL::EXCEPTIONS::InvalidArgumentException entry -1006 if its name is missing or empty.
     void assignPropertyFromXML(const std::string& element);
 
-    /// Assigns every property within the first \c <properties> element, beside those that are there. Other elements
+    /// Assigns every property within the first `<properties>` element, beside those that are there. Other elements
     /// are ignored, and without a root nothing is assigned.
     /// @throws ZEL::EXCEPTIONS::InvalidArgumentException entry -1006 for an element without a name; those before it
     /// are assigned by then.

@@ -22,19 +22,25 @@ namespace ZEL::RT {
 /// - the value -911, which marks "no number" inside.
 class ZEL_API StringUtils {
 public:
+    /// Byte by byte; every text starts and ends with the empty one.
+    /// @{
     static bool StartsWith(const std::string& text, const std::string& prefix);
     static bool EndsWith(const std::string& text, const std::string& suffix);
+    /// @}
 
     /// Whether \c text equals \c pattern. There are no wildcards, but an empty pattern matches everything.
     static bool Matches(const std::string& text, const std::string& pattern);
 
+    /// The number in a text.
     /// @throws ZEL::EXCEPTIONS::InvalidArgumentException entry -1009 for a text that is refused, as described above;
     /// the message speaks of an integer for every type.
+    /// @{
     static int AsInteger(const std::string& text);
     static double AsDouble(const std::string& text);
     static float AsFloat(const std::string& text);
     static long AsLong(const std::string& text);
     static std::int64_t AsInt64(const std::string& text);
+    /// @}
 
     /// Seconds from a text. Never throws: -911 stands for a text without a number that fits.
     static std::time_t AsTimeT(const std::string& text);
@@ -45,13 +51,17 @@ public:
     static bool AsBoolean(const std::string& text);
 
     /// Copies with \c toupper or \c tolower of the current C locale applied to every byte.
+    /// @{
     static std::string ToUppercase(const std::string& text);
     static std::string ToLowercase(const std::string& text);
+    /// @}
 
     /// Without leading and trailing blanks, carriage returns and line feeds; tabs stay. A text that may be changed is
     /// trimmed in place, any other is copied.
+    /// @{
     static std::string Trim(const std::string& text);
     static void Trim(std::string& text);
+    /// @}
 
     /// Removes the control characters 1 to 31 and 127 in place, except line feed and carriage return. NULs stay.
     static void Sanitize(std::string& text);
@@ -65,6 +75,7 @@ public:
 
     /// The value as an output stream with the classic locale writes it: floating-point numbers with six significant
     /// digits, an address in hexadecimal with the prefix 0x (null as "0").
+    /// @{
     static std::string ToString(unsigned int value);
     static std::string ToString(int value);
     static std::string ToString(long value);
@@ -72,6 +83,7 @@ public:
     static std::string ToString(float value);
     static std::string ToString(double value);
     static std::string ToString(const void* value);
+    /// @}
 
     /// A place in a source, such as "Class::function() @12". A null name is left out, and so is a line below 1; without
     /// either name it is "Unknown Location".

@@ -9,8 +9,8 @@
 
 namespace ZEL::RT {
 
-/// Static operations on resource names of the form \c format://host:port/path#fragment?query. The fragment comes before
-/// the query, unlike in a URL.
+/// Static operations on resource names of the form `format://host:port/path#fragment?query`. The fragment comes
+/// before the query, unlike in a URL.
 ///
 /// Names are searched for separators and nothing else: no escapes are decoded, no letter case is folded, no name is
 /// refused. A part that is missing reads as empty. What looks unfinished here (the port that is not written, the stubs,
@@ -27,7 +27,7 @@ public:
 
     /// Puts a name together. An empty part is left out together with its separator, and without a host the port is,
     /// too. Of a port other than 0 only the separator is written, never the number. A "/" is put before the path unless
-    /// it has one: \c f, \c h, 80, \c p, \c x, \c y give \c f://h:/p#x?y.
+    /// it has one: `f`, `h`, 80, `p`, `x`, `y` give `f://h:/p#x?y`.
     static std::string ToURN(const std::string& format, const std::string& host, const int& port,
                              const std::string& path, const std::string& fragment, const std::string& query);
 
@@ -39,7 +39,7 @@ public:
 
     /// What begins behind the first "://", or with the name if there is none. Its length is the position of the next
     /// "/" in the whole name, so that it runs on into the path by the length of the format and its separator:
-    /// \c f://h/pq gives \c h/pq. A name without such a "/" is returned as it is.
+    /// `f://h/pq` gives `h/pq`. A name without such a "/" is returned as it is.
     static std::string GetUserInfo(const std::string& name);
 
     /// Always empty.
@@ -58,7 +58,7 @@ public:
     static std::string GetQueries(const std::string& name);
 
     /// Whether \c name has the format and the fragment of \c pattern and a path that begins with the pattern's, be it
-    /// within a segment: \c a/b matches \c a/bc. What is empty in the pattern matches everything. Hosts, ports and
+    /// within a segment: `a/b` matches `a/bc`. What is empty in the pattern matches everything. Hosts, ports and
     /// queries are not compared.
     static bool Matches(const std::string& pattern, const std::string& name);
 };

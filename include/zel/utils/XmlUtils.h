@@ -27,13 +27,15 @@ public:
 
     /// An element, always with a closing tag. Attributes are set off by a blank of their own: what ToAttribute() made
     /// stands behind two blanks, and so does the first attribute of a list.
+    /// @{
     static std::string ToElement(const std::string& name, const std::string& value);
     static std::string ToElement(const std::string& name, const std::string& value, const std::string& attributes);
     static std::string ToElement(const std::string& name, const std::string& value,
                                  const Vector<std::string>& attributes);
+    /// @}
 
     /// The first element of that name, tags included, or "". An element without attributes is found ahead of one with
-    /// attributes that stands before it, and that ahead of \c <name/>. The element ends at the first closing tag, even
+    /// attributes that stands before it, and that ahead of `<name/>`. The element ends at the first closing tag, even
     /// if that belongs to an inner element of the same name; without one it must be self-closing.
     static std::string GetElement(const std::string& name, const std::string& xml);
 
