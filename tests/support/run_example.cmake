@@ -1,5 +1,6 @@
 # Runs PROGRAM with ARGUMENTS in the empty FOLDER: it has to end with STATUS, print what matches PATTERN (both outputs, one
-# after the other) and leave nothing behind.
+# after the other), which is what stands in the file EXPECTED, if there is one, and leave nothing behind. There "..." in
+# the last line stands for whatever may follow, and every record of the trace for one of any time and thread.
 file(REMOVE_RECURSE ${FOLDER})
 file(MAKE_DIRECTORY ${FOLDER})
 set(ENV{TMPDIR} ${FOLDER})
@@ -8,11 +9,27 @@ execute_process(COMMAND ${PROGRAM} ${ARGUMENTS} WORKING_DIRECTORY ${FOLDER}
   RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
 message("${output}${errors}")
 
+set(printed "${output}${errors}")
+set(expected "${printed}")
+if(EXPECTED)
+  set(stamp "[ 0-9][0-9]/[0-9][0-9]/[0-9][0-9] [ 0-9][0-9]:[0-9][0-9]:[0-9][0-9] [AP]M Thread -?[0-9]+")
+  file(READ ${EXPECTED} expected)
+  string(REGEX REPLACE "${stamp}" "STAMP" expected "${expected}")
+  string(REGEX REPLACE "${stamp}" "STAMP" printed "${printed}")
+  if(expected MATCHES "^(.*\n)\\.\\.\\.\n$")
+    set(expected "${CMAKE_MATCH_1}")
+    string(LENGTH "${expected}" length)
+    string(SUBSTRING "${printed}" 0 ${length} printed)
+  endif()
+endif()
+
 file(GLOB_RECURSE left LIST_DIRECTORIES ON ${FOLDER}/*)
 if(NOT status STREQUAL STATUS)
   message(FATAL_ERROR "the status is ${status}, not ${STATUS}")
 elseif(NOT "${output}${errors}" MATCHES "${PATTERN}")
   message(FATAL_ERROR "the output does not match ${PATTERN}")
+elseif(NOT printed STREQUAL expected)
+  message(FATAL_ERROR "the output is not what stands in ${EXPECTED}")
 elseif(left)
   message(FATAL_ERROR "left behind: ${left}")
 endif()
