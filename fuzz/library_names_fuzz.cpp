@@ -95,7 +95,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::string& field : fields) // as the flat functions see a text
         field.resize(std::char_traits<char>::length(field.c_str()));
     check("format", taken(vor_formatLibraryName(name.c_str(), prefix.c_str(), suffix.c_str())),
-          extended(name.find('/') != std::string::npos ? name : prefixed(name, prefix), suffix));
+          (name.find('/') != std::string::npos ? name : prefixed(name, prefix)) +
+              extended(name, suffix).substr(name.size())); // a dot in the prefix is none of the name's
     check("find", findFile(name, path, suffix, resultSize), found(extended(name, suffix), path, resultSize, true));
     check("find library", taken(vor_findLibrary(name.c_str(), path.c_str())),
           found(extended(prefixed(name, "lib"), ".so"), path, 1024, true));
