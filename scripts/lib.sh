@@ -18,7 +18,7 @@ fail() {
 for_preset() {
     local command=("${@:2}")
     # Where the kernel spreads addresses widely, a sanitizer may not find room for its shadow memory.
-    if [[ $1 == *san ]] && setarch --addr-no-randomize true 2>/dev/null; then
+    if [[ $1 == *san || $1 == fuzz ]] && setarch --addr-no-randomize true 2>/dev/null; then
         command=(setarch --addr-no-randomize "${command[@]}")
     fi
     (cd -- "$root" && "${command[@]}")
