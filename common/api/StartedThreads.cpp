@@ -152,7 +152,7 @@ int start(void* (*routine)(void*), void* argument, pthread_t* handle, const void
     std::unique_ptr<Start> start;
     Threads::node_type entry;
     try {
-        start.reset(new Start{routine, argument, ++lastSerial});
+        start = std::make_unique<Start>(Start{routine, argument, ++lastSerial});
         entry = makeEntry();
     } catch (const std::bad_alloc&) {
         return ENOMEM;
@@ -162,7 +162,7 @@ int start(void* (*routine)(void*), void* argument, pthread_t* handle, const void
     const int result = createJoinable(&made, start.get());
     if (result != 0)
         return result;
-    start.release();
+    static_cast<void>(start.release()); // the new thread's now
     entry.key() = made;
     entry.mapped() = thread;
     const auto inserted = threads->insert(std::move(entry));
