@@ -18,7 +18,7 @@ int compare(const IByteArray& left, const IByteArray& right) {
     if (leftSize != rightSize)
         return leftSize < rightSize ? -1 : 1;
     if (leftBytes == nullptr || rightBytes == nullptr)
-        return int{leftBytes != nullptr} - int{rightBytes != nullptr};
+        return static_cast<int>(leftBytes != nullptr) - static_cast<int>(rightBytes != nullptr);
     return std::memcmp(leftBytes, rightBytes, leftSize);
 }
 
