@@ -166,6 +166,7 @@ void ZelException::setSourceLocation(const char* file, int line, const char* fun
         sourceLine_ = line;
     // Locks and allocations fail inside tracing itself, so their exceptions are not traced where they are thrown.
     // While one is being built or copied this object is still a plain root, which answers no: that much is traced.
+    // NOLINTNEXTLINE(clang-analyzer-optin.cplusplus.VirtualCall): asked of the root, as said.
     if (instanceOf(catalogue(Row::Lock).code) || instanceOf(catalogue(Row::BadAlloc).code))
         return;
     const ErrnoKeeper keeper;
