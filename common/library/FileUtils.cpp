@@ -17,7 +17,8 @@ bool FileUtils::Exists(const std::string& path) {
 bool FileUtils::FindFileOnPath(const std::string& fileName, const std::string&, const std::string& path,
                                std::string& result) {
     for (const std::string& directory : StringUtils::Tokenize(path, ":")) {
-        std::string candidate = directory + "/" + fileName;
+        std::string candidate = directory;
+        candidate.append("/").append(fileName);
         if (Exists(candidate)) {
             result.swap(candidate);
             return true;
