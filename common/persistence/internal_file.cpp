@@ -43,6 +43,7 @@ std::atomic<int> lockState{undecided};
 int decidedLockState() {
     if (lockState.load(std::memory_order_relaxed) == undecided) {
         // A caller of a program with raised privileges must not be able to switch its locks off.
+        // NOLINTNEXTLINE(concurrency-mt-unsafe): who changes the environment while threads run breaks every reader.
         const bool override = !isSecureProcess() && std::getenv("VOR_FILELOCK_OVERRIDE") != nullptr;
         lockState.store(override ? overridden : inForce, std::memory_order_relaxed);
     }
