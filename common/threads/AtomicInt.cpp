@@ -6,7 +6,7 @@
 
 namespace ZEL::RT {
 
-static_assert(sizeof(AtomicInt) == sizeof(Mutex*) + sizeof(long));
+static_assert(sizeof(AtomicInt) == sizeof(void*) + sizeof(long));
 
 AtomicInt::AtomicInt(long initial) : mutex_(new Mutex), value_(initial) {}
 
