@@ -166,6 +166,7 @@ void PropertiesImpl::clear() { properties_.clear(); }
 void PropertiesImpl::loadFromText(const std::string& text) {
     if (!isOverridden())
         return readText(text, Merger(properties_));
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the override may change the caller's text.
     const std::string copy = text;
     readText(copy, [this](std::string_view name, std::string_view value) {
         assignProperty(std::string(name), std::string(value));

@@ -11,16 +11,19 @@ struct StringImage {
     std::size_t size;
     char buffer[16];
 };
-static_assert(sizeof(StringImage) == sizeof(std::string) && alignof(StringImage) == alignof(std::string));
+static_assert(sizeof(StringImage) == sizeof(std::string));
+static_assert(alignof(StringImage) == alignof(std::string));
 
 } // namespace
 
 // The separators lie ready in the library's data, under the names that the header's constants have. Strings that are
 // constructed would still be missing when another library's initialisers run before ours. Nothing is left to destroy:
 // the texts lie within the objects.
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared has none.
 #define ZEL_SEPARATOR(name, symbol, text)                                                                              \
     extern "C" ZEL_API const StringImage name __asm__("_ZN3ZEL2RT8UrnUtils" symbol "B5cxx11E");                        \
     const StringImage name = {name.buffer, sizeof text - 1, text}
+// NOLINTEND(bugprone-macro-parentheses)
 
 ZEL_SEPARATOR(formatSeparator, "15FormatSeparator", "://");
 ZEL_SEPARATOR(userSeparator, "13UserSeparator", "@");

@@ -15,7 +15,9 @@ namespace {
 constexpr std::size_t assignmentExtra = 10;
 
 // The order of two texts of which at least one is null: null comes before any text.
-int compareNulls(const char* a, const char* b) { return int{a != nullptr} - int{b != nullptr}; }
+int compareNulls(const char* a, const char* b) {
+    return static_cast<int>(a != nullptr) - static_cast<int>(b != nullptr);
+}
 
 // localtime and gmtime know no year that does not fit an int, and answer null then.
 tm* breakDown(tm* (*convert)(const time_t*), tm* out, const time_t* time) {
@@ -129,6 +131,7 @@ int vor_safeCharReplace(char* text, char from, char to) {
 }
 
 char* vor_safeGetenv(char** value, std::size_t* length, const char* name) {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): borrowing from the environment is what this is for.
     char* found = name != nullptr && value != nullptr && length != nullptr ? std::getenv(name) : nullptr;
     if (value != nullptr)
         *value = found;
@@ -151,10 +154,10 @@ int vor_safeSetenv(const char* name, const char* value) {
     vor_safeStrcpy(assignment, size, name, nameLength);
     vor_safeStrcat(assignment, size, "=", 1);
     vor_safeStrcat(assignment, size, value, valueLength);
-    const int result = ::putenv(assignment);
+    const int result = ::putenv(assignment); // NOLINT(concurrency-mt-unsafe): so is changing it.
     if (result < 0)
         std::free(assignment);
-    return result;
+    return result; // NOLINT(clang-analyzer-unix.Malloc): the text is the environment's now.
 }
 
 tm* vor_safeLocaltime(tm* out, const time_t* time) { return breakDown(&::localtime, out, time); }
