@@ -118,11 +118,7 @@ static const struct {
     const char* name;
     int (*run)(void);
 } steps[] = {
-    {"byte array", byteArray},
-    {"mutex", mutex},
-    {"file", file},
-    {"library", library},
-    {"pass phrase", passPhrase},
+    {"byte array", byteArray}, {"mutex", mutex}, {"file", file}, {"library", library}, {"pass phrase", passPhrase},
 };
 
 int main(void) {
