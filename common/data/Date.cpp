@@ -23,7 +23,8 @@ ImmortalMutex dateMutex;
 // No thread may be inside the conversion at a fork: besides ours the system's own lock would stay locked in the child.
 // The lock is never held for long and nobody else's code runs under it, so a fork can wait for it.
 [[maybe_unused]] const int forkHandled =
-    ::pthread_atfork([] { dateMutex.get().lock(0); }, [] { dateMutex.get().unlock(); }, [] { dateMutex.renew(); });
+    ::pthread_atfork([]() ZEL_NO_THREAD_SAFETY_ANALYSIS { dateMutex.get().lock(0); },
+                     []() ZEL_NO_THREAD_SAFETY_ANALYSIS { dateMutex.get().unlock(); }, [] { dateMutex.renew(); });
 
 constexpr std::size_t textSize = 32;
 

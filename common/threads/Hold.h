@@ -2,6 +2,7 @@
 #define ZEL_COMMON_THREADS_HOLD_H
 
 #include "zel/api/vor_mutex.h"
+#include "zel/threads/Guarded.h"
 #include "zel/threads/Mutex.h"
 
 namespace ZEL {
@@ -15,14 +16,14 @@ void dropUnlockFailed();
 
 // What MutexGrabber is made of, with nothing between the caller and the system's lock: for the locks that are taken
 // once for every trace record and every count of a reference.
-class Hold {
+class ZEL_SCOPED_CAPABILITY Hold {
 public:
-    explicit Hold(Mutex& mutex) : mutex_(mutex) {
+    explicit Hold(Mutex& mutex) ZEL_ACQUIRE(mutex) : mutex_(mutex) {
         if (vor_lockMutex(&mutex_) != 0)
             reportLockFailed();
     }
 
-    ~Hold() {
+    ~Hold() ZEL_RELEASE() {
         if (vor_unlockMutex(&mutex_) != 0)
             dropUnlockFailed();
     }

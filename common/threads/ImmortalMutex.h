@@ -10,12 +10,12 @@ namespace ZEL {
 // A process-wide mutex that is there whenever it is asked for: before the library's own static initialisers have run,
 // when those of other libraries already trace and format dates, and in exit handlers, since it is never destroyed.
 // For objects of static storage, which the constexpr constructor initialises before any code runs.
-class ImmortalMutex {
+class ZEL_CAPABILITY ImmortalMutex {
 public:
     constexpr ImmortalMutex() = default;
 
     // Throws LockException or std::bad_alloc when the mutex does not exist yet and cannot be made.
-    Mutex& get() {
+    Mutex& get() ZEL_RETURN_CAPABILITY(this) {
         Mutex* mutex = mutex_.load(std::memory_order_acquire);
         return mutex != nullptr ? *mutex : create();
     }

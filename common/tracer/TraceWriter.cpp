@@ -107,7 +107,7 @@ struct TraceWriter::Fork {
         outputHeld = writer != nullptr && tryLock(writer->outputMutex_);
     }
 
-    static void parent() {
+    static void parent() ZEL_NO_THREAD_SAFETY_ANALYSIS {
         TraceWriter* writer = instance.load(std::memory_order_acquire);
         if (outputHeld)
             writer->outputMutex_.unlock();

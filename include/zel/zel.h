@@ -61,6 +61,7 @@
 
 // threads
 #include "zel/threads/AtomicInt.h"
+#include "zel/threads/Guarded.h"
 #include "zel/threads/Mutex.h"
 #include "zel/threads/MutexGrabber.h"
 #include "zel/threads/Semaphore.h"

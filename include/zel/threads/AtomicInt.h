@@ -4,6 +4,7 @@
 #define ZEL_THREADS_ATOMICINT_H
 
 #include "zel/export.h"
+#include "zel/threads/Guarded.h"
 
 namespace ZEL {
 
@@ -40,7 +41,7 @@ public:
 
 private:
     Mutex* mutex_;
-    long value_;
+    long value_ ZEL_GUARDED_BY(*mutex_);
 };
 
 } // namespace RT

@@ -4,6 +4,7 @@
 #define ZEL_THREADS_MUTEX_H
 
 #include "zel/export.h"
+#include "zel/threads/Guarded.h"
 
 #include <pthread.h>
 
@@ -13,7 +14,7 @@ namespace ZEL {
 ///
 /// The object is the system's mutex and nothing else. Every operation may be called from any thread. A mutex
 /// locked before `fork` cannot be unlocked by the child, whose only thread is a new one to the system.
-class ZEL_API Mutex {
+class ZEL_CAPABILITY ZEL_API Mutex {
 public:
     /// @throws ZEL::EXCEPTIONS::LockException entry -1011 if the system refuses the mutex.
     Mutex();
@@ -28,12 +29,12 @@ public:
     /// @param timeout accepted and ignored: the call never gives up.
     /// @return 0; a failure is thrown, never returned.
     /// @throws ZEL::EXCEPTIONS::LockException entry -1012.
-    int lock(unsigned int timeout);
+    int lock(unsigned int timeout) ZEL_ACQUIRE();
 
     /// Undoes one lock of the calling thread.
     /// @return 0; a failure is thrown, never returned.
     /// @throws ZEL::EXCEPTIONS::LockException entry -1013 if the calling thread does not own the mutex.
-    int unlock();
+    int unlock() ZEL_RELEASE();
 
 private:
     pthread_mutex_t mutex_;
