@@ -1,5 +1,7 @@
 #include "api/StartedThreads.h"
 
+#include "zel/threads/Guarded.h"
+
 #include <cerrno>
 #include <csignal>
 #include <map>
@@ -25,10 +27,27 @@ struct Thread {
 
 using Threads = std::map<pthread_t, Thread>;
 
+// The standard mutex and its holder, in terms that Clang checks.
+class ZEL_CAPABILITY Guard : public std::mutex {
+public:
+    void lock() ZEL_ACQUIRE() { std::mutex::lock(); }
+    void unlock() ZEL_RELEASE() { std::mutex::unlock(); }
+};
+
+class ZEL_SCOPED_CAPABILITY Holder {
+public:
+    explicit Holder(Guard& guard) ZEL_ACQUIRE(guard) : lock_(guard) {}
+    ~Holder() ZEL_RELEASE() = default;
+    void unlock() ZEL_RELEASE() { lock_.unlock(); }
+
+private:
+    std::unique_lock<std::mutex> lock_;
+};
+
 // Trivially destroyed, like everything here: threads end after exit handlers have run.
-std::mutex guard;
-Threads* threads = nullptr;
-unsigned long lastSerial = 0;
+Guard guard;
+Threads* threads ZEL_GUARDED_BY(guard) = nullptr;
+unsigned long lastSerial ZEL_GUARDED_BY(guard) = 0;
 
 struct Start {
     void* (*routine)(void*);
@@ -37,7 +56,7 @@ struct Start {
 };
 
 // An entry made ahead of its use, so that nothing can fail once the thread is started or joined.
-Threads::node_type makeEntry() {
+Threads::node_type makeEntry() ZEL_REQUIRES(guard) {
     if (threads == nullptr)
         threads = new Threads;
     Threads spare;
@@ -45,14 +64,14 @@ Threads::node_type makeEntry() {
     return spare.extract(spare.begin());
 }
 
-Thread* find(pthread_t handle) {
+Thread* find(pthread_t handle) ZEL_REQUIRES(guard) {
     if (threads == nullptr)
         return nullptr;
     const auto found = threads->find(handle);
     return found != threads->end() ? &found->second : nullptr;
 }
 
-Thread* find(pthread_t handle, unsigned long serial) {
+Thread* find(pthread_t handle, unsigned long serial) ZEL_REQUIRES(guard) {
     Thread* thread = find(handle);
     return thread != nullptr && thread->serial == serial ? thread : nullptr;
 }
@@ -69,7 +88,7 @@ class Ending {
 public:
     explicit Ending(unsigned long serial) : serial_(serial) {}
     ~Ending() {
-        const std::lock_guard<std::mutex> lock(guard);
+        const Holder holder(guard);
         if (Thread* self = find(::pthread_self(), serial_))
             self->state = self->detached ? State::Gone : State::Ended;
     }
@@ -105,7 +124,7 @@ class Joining {
 public:
     Joining(pthread_t handle, unsigned long serial) : handle_(handle), serial_(serial) {}
     ~Joining() {
-        const std::lock_guard<std::mutex> lock(guard);
+        const Holder holder(guard);
         if (Thread* thread = find(handle_, serial_)) {
             thread->joining = false;
             if (joined_)
@@ -126,7 +145,7 @@ private:
 int joinStranger(pthread_t handle, Threads::node_type entry) {
     const int result = ::pthread_join(handle, nullptr);
     if (result == 0) {
-        const std::lock_guard<std::mutex> lock(guard);
+        const Holder holder(guard);
         entry.key() = handle;
         entry.mapped() = Thread{nullptr, ++lastSerial, State::Gone, false, false};
         threads->insert(std::move(entry)); // fails when the handle is already that of a new thread
@@ -135,7 +154,7 @@ int joinStranger(pthread_t handle, Threads::node_type entry) {
 }
 
 // Of all the parent's threads the child has the one that forked.
-void forgetOthers() {
+void forgetOthers() ZEL_NO_THREAD_SAFETY_ANALYSIS {
     if (threads != nullptr)
         for (auto& [handle, thread] : *threads)
             if (::pthread_equal(handle, ::pthread_self()) == 0)
@@ -143,12 +162,14 @@ void forgetOthers() {
     guard.unlock();
 }
 
-[[maybe_unused]] const int forkHandled = ::pthread_atfork([] { guard.lock(); }, [] { guard.unlock(); }, forgetOthers);
+[[maybe_unused]] const int forkHandled =
+    ::pthread_atfork([]() ZEL_NO_THREAD_SAFETY_ANALYSIS { guard.lock(); },
+                     []() ZEL_NO_THREAD_SAFETY_ANALYSIS { guard.unlock(); }, forgetOthers);
 
 } // namespace
 
 int start(void* (*routine)(void*), void* argument, pthread_t* handle, const void* owner) {
-    const std::lock_guard<std::mutex> lock(guard);
+    const Holder holder(guard);
     std::unique_ptr<Start> start;
     Threads::node_type entry;
     try {
@@ -173,7 +194,7 @@ int start(void* (*routine)(void*), void* argument, pthread_t* handle, const void
 }
 
 int join(pthread_t handle, const void* owner) {
-    std::unique_lock<std::mutex> lock(guard);
+    Holder holder(guard);
     Thread* thread = find(handle);
     if (isGone(thread, owner))
         return ESRCH;
@@ -184,14 +205,14 @@ int join(pthread_t handle, const void* owner) {
         } catch (const std::bad_alloc&) {
             return ENOMEM;
         }
-        lock.unlock();
+        holder.unlock();
         return joinStranger(handle, std::move(entry));
     }
     if (thread->joining || thread->detached)
         return EINVAL;
     thread->joining = true;
     Joining joining(handle, thread->serial);
-    lock.unlock();
+    holder.unlock();
     const int result = ::pthread_join(handle, nullptr);
     if (result == 0)
         joining.joined();
@@ -200,7 +221,7 @@ int join(pthread_t handle, const void* owner) {
 
 bool exists(pthread_t handle, const void* owner) {
     {
-        const std::lock_guard<std::mutex> lock(guard);
+        const Holder holder(guard);
         const Thread* thread = find(handle);
         if (isGone(thread, owner))
             return false;
@@ -212,7 +233,7 @@ bool exists(pthread_t handle, const void* owner) {
 
 int cancel(pthread_t handle, const void* owner) {
     {
-        const std::lock_guard<std::mutex> lock(guard);
+        const Holder holder(guard);
         const Thread* thread = find(handle);
         if (isGone(thread, owner))
             return ESRCH;
@@ -223,7 +244,7 @@ int cancel(pthread_t handle, const void* owner) {
 }
 
 void detach(pthread_t handle, const void* owner) {
-    const std::lock_guard<std::mutex> lock(guard);
+    const Holder holder(guard);
     Thread* thread = find(handle);
     if (isGone(thread, owner) || thread == nullptr || thread->joining || thread->detached)
         return;
@@ -237,7 +258,7 @@ __thread bool sighted = false;
 
 void sightFirst() {
     sighted = true;
-    const std::lock_guard<std::mutex> lock(guard);
+    const Holder holder(guard);
     const Thread* self = find(::pthread_self());
     if (self != nullptr && self->state == State::Gone)
         threads->erase(::pthread_self());
