@@ -127,7 +127,8 @@ void LocalFileImpl::save(const SmartPointer<FileLockImpl>& lock, const Marshalla
     save(lock, source.marshal());
 }
 
-bool LocalFileImpl::update(const SmartPointer<FileLockImpl>& lock, Marshallable& target) {
+// Callers count on these two not to wait for the mutex.
+bool LocalFileImpl::update(const SmartPointer<FileLockImpl>& lock, Marshallable& target) ZEL_NO_THREAD_SAFETY_ANALYSIS {
     Tracer trace("FileLockImpl::update()", true);
     const bool changed = lock->updateStats(stats_);
     if (changed)
@@ -135,7 +136,9 @@ bool LocalFileImpl::update(const SmartPointer<FileLockImpl>& lock, Marshallable&
     return changed;
 }
 
-bool LocalFileImpl::isStale(const SmartPointer<FileLockImpl>& lock) { return lock->staleStats(stats_); }
+bool LocalFileImpl::isStale(const SmartPointer<FileLockImpl>& lock) ZEL_NO_THREAD_SAFETY_ANALYSIS {
+    return lock->staleStats(stats_);
+}
 
 // A file that cannot be read counts as one without contents; its failure is in the trace.
 void LocalFileImpl::readContents(const SmartPointer<FileLockImpl>& lock, std::string& out) {

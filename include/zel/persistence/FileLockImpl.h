@@ -92,8 +92,8 @@ private:
     struct Layout;
 
     Mutex mutex_;
-    std::string fileName_;
-    VOR_FileHandle* handle_; // null when closed
+    std::string fileName_ ZEL_GUARDED_BY(mutex_);
+    VOR_FileHandle* handle_ ZEL_GUARDED_BY(mutex_); // null when closed
 };
 
 } // namespace ZEL::RT

@@ -43,7 +43,7 @@ private:
     void saveContents(const SmartPointer<FileLockImpl>& lock, const std::string& contents);
     void appendContents(const SmartPointer<FileLockImpl>& lock, const std::string& contents);
 
-    VOR_FileStats stats_; // the file as this object last saw it
+    VOR_FileStats stats_ ZEL_GUARDED_BY(mutex_); // the file as this object last saw it
     std::string fileName_;
     Mutex mutex_; // of stats_, and for one read or write at a time
 };
