@@ -55,7 +55,7 @@ private:
 
     ZEL_LOCAL DllManager();
 
-    Libraries libraries_; // under mutex_
+    Libraries libraries_ ZEL_GUARDED_BY(mutex_);
     Mutex mutex_;
 };
 
