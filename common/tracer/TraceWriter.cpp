@@ -172,9 +172,10 @@ TraceWriter::~TraceWriter() = default;
 
 void TraceWriter::writeRecord(const TraceRecord& record) { route(record); }
 
-void TraceWriter::addRecord(const TraceRecord& record) { keep(record); }
+// By contract these two take no lock.
+void TraceWriter::addRecord(const TraceRecord& record) ZEL_NO_THREAD_SAFETY_ANALYSIS { keep(record); }
 
-void TraceWriter::printRecord(const TraceRecord& record) {
+void TraceWriter::printRecord(const TraceRecord& record) ZEL_NO_THREAD_SAFETY_ANALYSIS {
     if (inside || kind_ == toMemory)
         return;
     const ErrnoKeeper keeper;
@@ -198,7 +199,7 @@ void TraceWriter::flushRingBuffer() {
 
 void TraceWriter::setDestination(const char* path) {
     std::unique_ptr<std::ofstream> opened(new std::ofstream);
-    redirect([&] {
+    redirect([&]() ZEL_REQUIRES(outputMutex_) {
         if (path != nullptr)
             opened->open(path, std::ios::out | std::ios::trunc);
         else
@@ -209,14 +210,14 @@ void TraceWriter::setDestination(const char* path) {
 }
 
 void TraceWriter::setDestination(std::ostream* stream) {
-    redirect([=] {
+    redirect([=]() ZEL_REQUIRES(outputMutex_) {
         stream_ = stream;
         kind_ = toStream;
     });
 }
 
 void TraceWriter::setDestination(Callback callback) {
-    redirect([=] {
+    redirect([=]() ZEL_REQUIRES(outputMutex_) {
         callback_ = callback;
         kind_ = toCallback;
     });
@@ -380,7 +381,8 @@ bool TraceScope::keep(TraceWriter& writer, const TraceParts& frame, std::initial
     const Hold buffer(writer.bufferMutex_);
     if (writer.kind_ != toMemory)
         return false;
-    writeEach(frame, texts, [&writer](const TraceParts& record) { writer.keep(record); });
+    const auto keep = [&](const TraceParts& record) ZEL_NO_THREAD_SAFETY_ANALYSIS { writer.keep(record); };
+    writeEach(frame, texts, keep); // which does not know of the lock
     return true;
 }
 

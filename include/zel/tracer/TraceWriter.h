@@ -79,7 +79,7 @@ public:
 
     /// Closes the trace file, if there is one. Neither destination nor stream are reset: for those who do so next,
     /// holding both mutexes.
-    void closeDestination();
+    void closeDestination() ZEL_REQUIRES(outputMutex_);
 
 private:
     friend class ZEL::Tracer;
@@ -96,23 +96,23 @@ private:
     template <class Source> ZEL_LOCAL void route(const Source& source);
     template <class Source> ZEL_LOCAL bool printLocked(const Source& source);
     template <class Change> ZEL_LOCAL void redirect(Change change);
-    ZEL_LOCAL void keep(const TraceRecord& record);
-    ZEL_LOCAL void keep(const TraceParts& parts);
-    ZEL_LOCAL void keepLasting(TraceParts parts);
-    ZEL_LOCAL void append(const TraceParts& parts);
-    ZEL_LOCAL void grow(const TraceParts& parts);
-    ZEL_LOCAL void keepNames();
-    ZEL_LOCAL void print(const TraceRecord& record);
-    ZEL_LOCAL void print(const TraceParts& parts);
-    ZEL_LOCAL void drain();
+    ZEL_LOCAL void keep(const TraceRecord& record) ZEL_REQUIRES(bufferMutex_);
+    ZEL_LOCAL void keep(const TraceParts& parts) ZEL_REQUIRES(bufferMutex_);
+    ZEL_LOCAL void keepLasting(TraceParts parts) ZEL_REQUIRES(bufferMutex_);
+    ZEL_LOCAL void append(const TraceParts& parts) ZEL_REQUIRES(bufferMutex_);
+    ZEL_LOCAL void grow(const TraceParts& parts) ZEL_REQUIRES(bufferMutex_);
+    ZEL_LOCAL void keepNames() ZEL_REQUIRES(bufferMutex_);
+    ZEL_LOCAL void print(const TraceRecord& record) ZEL_REQUIRES(outputMutex_);
+    ZEL_LOCAL void print(const TraceParts& parts) ZEL_REQUIRES(outputMutex_);
+    ZEL_LOCAL void drain() ZEL_REQUIRES(bufferMutex_, outputMutex_);
 
     std::atomic<int> kind_;
-    Queue<TraceRecord, std::deque<TraceRecord>> ring_; // under bufferMutex_
+    Queue<TraceRecord, std::deque<TraceRecord>> ring_ ZEL_GUARDED_BY(bufferMutex_);
     Mutex bufferMutex_;
     Mutex outputMutex_;
-    std::ostream* stream_; // this and the rest under outputMutex_
-    std::ofstream* file_;
-    Callback callback_;
+    std::ostream* stream_ ZEL_GUARDED_BY(outputMutex_);
+    std::ofstream* file_ ZEL_GUARDED_BY(outputMutex_);
+    Callback callback_ ZEL_GUARDED_BY(outputMutex_);
 };
 
 } // namespace RT
