@@ -136,7 +136,7 @@ private:
         if (decrement() != 0)
             return;
         AtomicInt::destroy(counter_);
-        delete object_;
+        delete object_; // NOLINT(clang-analyzer-cplusplus.NewDelete): only the last one to count down comes here
     }
 
     // A counter that cannot be locked keeps its object alive: a leak is the lesser harm.
