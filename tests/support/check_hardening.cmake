@@ -1,0 +1,20 @@
+# What protects the library's callers from its mistakes is in the file LIBRARY, not only among the options.
+execute_process(COMMAND ${READELF} --wide --segments --dynamic --dyn-syms ${LIBRARY}
+  OUTPUT_VARIABLE elf COMMAND_ERROR_IS_FATAL ANY)
+
+# expect(WHAT PATTERN)
+function(expect what pattern)
+  if(NOT elf MATCHES "${pattern}")
+    message(SEND_ERROR "${LIBRARY}: ${what}")
+  endif()
+endfunction()
+expect("tables of the loader stay writable" "\n +GNU_RELRO ")
+expect("functions are bound late, in a writable table" "\\(FLAGS_1\\)[^\n]* NOW")
+expect("the stack is executable" "\n +GNU_STACK[^\n]* RW +0x")
+expect("no stack is protected" " UND __stack_chk_fail")
+if(FORTIFIED)
+  expect("no call is fortified" " UND __[a-z]+_chk@")
+endif()
+if(elf MATCHES "\\(TEXTREL\\)|\\(FLAGS\\)[^\n]* TEXTREL")
+  message(SEND_ERROR "${LIBRARY}: code is relocated")
+endif()
