@@ -4,6 +4,8 @@
 
 #include "support/Slots.h"
 
+#include <cstddef>
+#include <cstring>
 #include <type_traits>
 #include <vector>
 
@@ -20,6 +22,7 @@ namespace {
 TEST(Layout, SlotsFollowEachOther) {
     using A = IByteArray;
     using E = ZelException;
+    using P = I::IProperties;
     using T = LocalText;
     const auto constData = static_cast<const unsigned char* (A::*)(unsigned int*) const>(&A::getData);
     const auto data = static_cast<unsigned char* (A::*)(unsigned int*)>(&A::getData);
@@ -45,6 +48,11 @@ TEST(Layout, SlotsFollowEachOther) {
          3,
          {slotOf(constData), slotOf(data), slotOf(constRecord), slotOf(record), slotOf(&A::setData),
           slotOf(&A::toReadable), slotOf(&A::getSize), slotOf(&A::operator<), slotOf(&A::operator==)}},
+        {"IProperties",
+         3,
+         {slotOf(&P::retrievePropertyNames), slotOf(&P::retrieveProperty), slotOf(&P::assignProperty),
+          slotOf(&P::removeProperty), slotOf(&PropertiesImpl::assigned), slotOf(&PropertiesImpl::empty),
+          slotOf(&PropertiesImpl::unmarshal), slotOf(&PropertiesImpl::marshal), slotOf(&PropertiesImpl::storeAsText)}},
         {"ZelException",
          2,
          {slotOf(&E::what), slotOf(&E::clone), slotOf(hasCode), slotOf(hasName), slotOf(&E::getExceptionCode),
@@ -70,6 +78,7 @@ TEST(Layout, Sizes) {
         std::size_t onIa32;
         std::size_t onX86_64;
     } rows[] = {
+        {"SmartPointer", sizeof(SmartPointer<Mutex>), 8, 16},
         {"Mutex", sizeof(Mutex), 24, 40},
         {"MutexGrabber", sizeof(MutexGrabber), 4, 8},
         {"Semaphore", sizeof(Semaphore), 16, 32},
@@ -92,6 +101,21 @@ TEST(Layout, Sizes) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(row.size, ia32 ? row.onIa32 : row.onX86_64) << row.type;
+}
+
+static_assert(offsetof(VOR_ByteArray, size) == 0 && offsetof(VOR_ByteArray, data) == sizeof(void*));
+static_assert(offsetof(VOR_FileStats, size) == 0 && offsetof(VOR_FileStats, modificationTime) == 4 &&
+              offsetof(VOR_FileStats, checkTime) == 8);
+static_assert(offsetof(zel_PasswordPolicy, minLength) == 0 && offsetof(zel_PasswordPolicy, maxLength) == 4 &&
+              offsetof(zel_PasswordPolicy, requireSpecial) == 8 &&
+              offsetof(zel_PasswordPolicy, requireDigitAndLetter) == 12 &&
+              offsetof(zel_PasswordPolicy, requireMixedCase) == 16);
+
+TEST(Layout, SmartPointersBeginWithTheObject) {
+    const SmartPointer<int> pointer(new int);
+    const void* first;
+    std::memcpy(&first, &pointer, sizeof first);
+    EXPECT_EQ(first, pointer.get());
 }
 
 TEST(Layout, RootsAreHeldOnce) {

@@ -2,7 +2,22 @@
 
 #include "zel/utils/StringUtils.h"
 
+#include <cstddef>
+
 namespace ZEL::RT {
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+struct LocalText::Layout {
+    static constexpr std::size_t word = sizeof(void*); // an int takes one, too
+    static constexpr std::size_t string = sizeof(std::string);
+    static_assert(offsetof(LocalText, catalogName_) == word);
+    static_assert(offsetof(LocalText, entryText_) == word + string);
+    static_assert(offsetof(LocalText, entryCode_) == word + 2 * string);
+    static_assert(offsetof(LocalText, entryName_) == 2 * word + 2 * string);
+    static_assert(offsetof(LocalText, entryLocale_) == 2 * word + 3 * string);
+};
+#pragma GCC diagnostic pop
 
 LocalText::LocalText(const std::string& catalogName, int entryCode, const std::string& entryName,
                      const std::string& entryText, const std::string& locale)

@@ -4,9 +4,15 @@
 
 #include "threads/Hold.h"
 
+#include <cstddef>
+
 namespace ZEL::RT {
 
-static_assert(sizeof(AtomicInt) == sizeof(void*) + sizeof(long));
+struct AtomicInt::Layout {
+    static_assert(offsetof(AtomicInt, mutex_) == 0);
+    static_assert(offsetof(AtomicInt, value_) == sizeof(void*));
+    static_assert(sizeof(AtomicInt) == sizeof(void*) + sizeof(long));
+};
 
 AtomicInt::AtomicInt(long initial) : mutex_(new Mutex), value_(initial) {}
 

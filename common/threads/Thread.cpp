@@ -4,11 +4,21 @@
 
 #include "api/StartedThreads.h"
 
+#include <cstddef>
+
 // Not the flat functions, since they know a thread by its handle alone: here a handle only counts while the thread
 // that this object started has it.
 namespace ZEL::RT {
 
-static_assert(sizeof(Thread) == 3 * sizeof(void*) + sizeof(pthread_t));
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+struct Thread::Layout {
+    static_assert(offsetof(Thread, routine_) == sizeof(void*));
+    static_assert(offsetof(Thread, argument_) == 2 * sizeof(void*));
+    static_assert(offsetof(Thread, handle_) == 3 * sizeof(void*));
+    static_assert(sizeof(Thread) == 3 * sizeof(void*) + sizeof(pthread_t));
+};
+#pragma GCC diagnostic pop
 
 Thread::Thread(void* (*routine)(void*), void* argument) : routine_(routine), argument_(argument), handle_(0) {}
 

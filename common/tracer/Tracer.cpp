@@ -6,6 +6,7 @@
 #include "tracer/TraceFormat.h"
 #include "tracer/TraceParts.h"
 
+#include <cstddef>
 #include <ctime>
 
 namespace ZEL {
@@ -15,6 +16,15 @@ namespace {
 std::string_view orEmpty(const char* text) { return text != nullptr ? std::string_view(text) : std::string_view(); }
 
 } // namespace
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+struct Tracer::Layout {
+    static_assert(offsetof(Tracer, functionName_) == sizeof(void*));
+    static_assert(offsetof(Tracer, className_) == 2 * sizeof(void*));
+    static_assert(offsetof(Tracer, stamped_) == 3 * sizeof(void*));
+};
+#pragma GCC diagnostic pop
 
 Tracer::Tracer() : functionName_(nullptr), className_(nullptr), stamped_(false) {}
 

@@ -9,6 +9,7 @@
 #include "exceptions/Failure.h"
 #include "utils/XmlScan.h"
 
+#include <cstddef>
 #include <iterator>
 #include <string_view>
 #include <typeinfo>
@@ -79,6 +80,13 @@ template <class Assign> void readElements(std::string_view root, Assign&& assign
 }
 
 } // namespace
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+struct PropertiesImpl::Layout {
+    static_assert(offsetof(PropertiesImpl, properties_) == sizeof(void*));
+};
+#pragma GCC diagnostic pop
 
 // Assigns to the map like assignProperty, but from views and with the place of the last name at hand: names that come
 // in order cost no search.

@@ -43,6 +43,8 @@ public:
     virtual std::string toString() const;
 
 private:
+    struct Layout;
+
     std::string catalogName_;
     std::string entryText_;
     int entryCode_;

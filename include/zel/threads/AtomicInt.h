@@ -40,6 +40,8 @@ public:
     long decrement();
 
 private:
+    struct Layout;
+
     Mutex* mutex_;
     long value_ ZEL_GUARDED_BY(*mutex_);
 };

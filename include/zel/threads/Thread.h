@@ -48,6 +48,8 @@ public:
     static unsigned long myThreadID();
 
 private:
+    struct Layout;
+
     void* (*routine_)(void*);
     void* argument_;
     pthread_t handle_;

@@ -64,6 +64,7 @@ public:
 
 private:
     friend class RT::TraceRecord;
+    struct Layout;
 
     ZEL_LOCAL RT::TraceParts parts(int line, std::string_view head, std::string_view tail) const;
     ZEL_LOCAL void emit(int line, std::string_view head, std::string_view tail = {});

@@ -91,6 +91,7 @@ public:
 private:
     using Map = std::map<std::string, std::string, std::less<>>;
     class Merger;
+    struct Layout;
 
     bool isOverridden() const;
 
