@@ -62,21 +62,19 @@ struct Peers {
     explicit Peers(void (*add)());
 };
 
-/// How long and how often each body is measured.
-struct Plan {
-    double seconds = 0.05; ///< At least, for one repetition.
-    int repetitions = 15;
-};
-
-/// A body and where its samples go.
+/// A body, how often it does its work in one repetition, and where its samples go.
 struct Task {
     std::string name;
     const Body* body;
     Samples* samples;
+    std::size_t times;
 };
 
 /// Measures all tasks in one random order of all their repetitions.
-void measure(const std::vector<Task>& tasks, const Plan& plan);
+void measure(const std::vector<Task>& tasks, int repetitions);
+
+/// The time that a body takes for so many times.
+double nanoseconds(const Body& body, std::size_t times);
 
 /// A body out of what is to be done once.
 template <class Once> Body each(Once once) {

@@ -61,7 +61,7 @@ const Rows rows([] {
     row("byte array, set and shred, 1 MiB", setAndClear(1 << 20))
         .peer("std::vector, explicit_bzero", copyIntoVector(1 << 20), 1.0)
         .limit("malloc, memcpy, explicit_bzero", copyIntoHeap(1 << 20), 1.1);
-    row("hexadecimal of 1 KiB", toReadable(1 << 10)).growth("hexadecimal", 1 << 10);
+    row("hexadecimal of 1 KiB", toReadable(1 << 10));
 });
 
 const Rows sizes([] {

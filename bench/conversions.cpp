@@ -61,10 +61,9 @@ const Rows rows([] {
 
     const std::string commas = inputs::fields(1000, ",");
     row("Tokenize 1,000 fields, one delimiter", tokenize(commas, ","))
-        .limit("memchr alone", searchFields(commas, ','), 2.6)
-        .growth("Tokenize", commas.size());
+        .limit("memchr alone", searchFields(commas, ','), 2.6);
     row("Tokenize 1,000 fields, three delimiters", tokenize(inputs::fields(1000, ",;|"), ",;|"));
-    for (const std::size_t count : {10u, 100u, 10'000u, 100'000u}) {
+    for (const std::size_t count : {10u, 100u, 1'000u, 10'000u, 100'000u}) {
         const std::string text = inputs::fields(count, ",");
         row("growth, Tokenize " + std::to_string(count), tokenize(text, ",")).growth("Tokenize", text.size());
     }

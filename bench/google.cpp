@@ -1,4 +1,4 @@
-// Measuring by Google Benchmark, which calibrates, interleaves and times.
+// Measuring by Google Benchmark, which interleaves and times.
 #include "bench.h"
 
 #include <map>
@@ -14,7 +14,7 @@ class Collector : public benchmark::BenchmarkReporter {
 public:
     explicit Collector(const std::vector<Task>& tasks) {
         for (const Task& task : tasks)
-            samples_[task.name + "/real_time"] = task.samples;
+            samples_[task.name] = task.samples;
     }
 
     bool ReportContext(const Context&) override { return true; }
@@ -22,8 +22,7 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs)
             if (run.run_type == Run::RT_Iteration)
-                samples_.at(run.run_name.function_name + "/real_time")
-                    ->nanoseconds.push_back(run.GetAdjustedRealTime());
+                samples_.at(run.run_name.function_name)->nanoseconds.push_back(run.GetAdjustedRealTime());
     }
 
 private:
@@ -32,10 +31,9 @@ private:
 
 } // namespace
 
-void measure(const std::vector<Task>& tasks, const Plan& plan) {
+void measure(const std::vector<Task>& tasks, int repetitions) {
     std::string arguments[] = {"bench", "--benchmark_enable_random_interleaving=true",
-                               "--benchmark_repetitions=" + std::to_string(plan.repetitions),
-                               "--benchmark_min_time=" + std::to_string(plan.seconds)};
+                               "--benchmark_repetitions=" + std::to_string(repetitions)};
     int argc = 0;
     char* argv[std::size(arguments)];
     for (std::string& argument : arguments)
@@ -43,11 +41,13 @@ void measure(const std::vector<Task>& tasks, const Plan& plan) {
     benchmark::Initialize(&argc, argv);
 
     for (const Task& task : tasks)
-        benchmark::RegisterBenchmark(task.name.c_str(), [&task](benchmark::State& state) {
-            const auto times = state.max_iterations;
-            while (state.KeepRunningBatch(times))
-                (*task.body)(static_cast<std::size_t>(times));
-        })->UseRealTime();
+        benchmark::RegisterBenchmark(task.name.c_str(),
+                                     [&task](benchmark::State& state) {
+                                         while (state.KeepRunningBatch(state.max_iterations))
+                                             (*task.body)(task.times);
+                                     })
+            ->Iterations(static_cast<std::int64_t>(task.times))
+            ->UseRealTime();
     Collector collector(tasks);
     benchmark::RunSpecifiedBenchmarks(&collector);
 }

@@ -6,6 +6,9 @@
 #include <fstream>
 #include <random>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace inputs {
 
 namespace {
@@ -17,13 +20,24 @@ template <class Value, class Make> const Value& madeOnce(std::size_t size, Make 
     return known != made.end() ? known->second : made.emplace(size, make()).first->second;
 }
 
+void check(bool worked, const char* what) {
+    if (!worked) {
+        std::perror(what);
+        std::exit(2);
+    }
+}
+
+int setLock(int descriptor, short kind) {
+    struct flock lock = {};
+    lock.l_type = kind;
+    lock.l_whence = SEEK_SET;
+    return ::fcntl(descriptor, F_SETLK, &lock);
+}
+
 class Folder {
 public:
     Folder() : path_((std::filesystem::temp_directory_path() / "bench.XXXXXX").string()) {
-        if (::mkdtemp(path_.data()) == nullptr) {
-            std::perror("bench: no temporary folder");
-            std::exit(2);
-        }
+        check(::mkdtemp(path_.data()) != nullptr, "bench: no temporary folder");
     }
     ~Folder() { std::filesystem::remove_all(path_); }
     Folder(const Folder&) = delete;
@@ -72,8 +86,7 @@ const Map& properties(std::size_t count) {
         std::mt19937 random(2);
         Map map;
         for (std::size_t i = 0; i < count; ++i)
-            map.emplace_hint(map.end(), "provider.setting." + std::to_string(10'000'000 + i),
-                             "value " + word(random, 30));
+            map.emplace_hint(map.end(), "setting" + std::to_string(10'000'000 + i), word(random, 20));
         return map;
     });
 }
@@ -97,7 +110,7 @@ const std::string& xml(std::size_t count) {
 }
 
 std::string lines(std::size_t bytes, const std::string& end) {
-    const std::string line = std::string(60, 'x') + end;
+    const std::string line = longLine + end;
     std::string text;
     while (text.size() < bytes)
         text += line;
@@ -113,12 +126,18 @@ const std::string& file(std::size_t bytes) {
         const std::string piece = lines(std::min<std::size_t>(bytes, 1 << 20), "\n");
         for (std::size_t rest = bytes; rest != 0; rest -= std::min(rest, piece.size()))
             out.write(piece.data(), static_cast<std::streamsize>(std::min(rest, piece.size())));
-        if (!out.flush()) {
-            std::perror("bench: cannot write a file");
-            std::exit(2);
-        }
+        check(!!out.flush(), "bench: cannot write a file");
         return path;
     });
+}
+
+Lock::Lock(const std::string& path) : descriptor_(::open(path.c_str(), O_RDONLY)) {
+    check(setLock(descriptor_, F_RDLCK) == 0, "bench: no lock");
+}
+
+Lock::~Lock() {
+    setLock(descriptor_, F_UNLCK);
+    ::close(descriptor_);
 }
 
 } // namespace inputs

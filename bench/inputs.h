@@ -34,16 +34,31 @@ std::string fields(std::size_t count, const std::string& delimiters);
 
 using Map = std::map<std::string, std::string, std::less<>>;
 
-/// So many properties, and their text and XML form; each made at first use and kept.
+/// So many properties, with names of 15 characters and values of 0 to 20, and their text and XML form; each made at
+/// first use and kept.
 const Map& properties(std::size_t count);
 const std::string& text(std::size_t count);
 const std::string& xml(std::size_t count);
 
-/// A text in lines of 60 characters, each with the given end.
+/// A text in lines of 120 characters, each with the given end.
 std::string lines(std::size_t bytes, const std::string& end);
 
 /// A file of such lines without carriage returns, which is gone when the program ends; made at first use.
 const std::string& file(std::size_t bytes);
+
+/// Holds a shared lock on a whole file, which it opens for that. Ends the program if there is none to be had.
+class Lock {
+public:
+    explicit Lock(const std::string& path);
+    ~Lock();
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+    int descriptor() const { return descriptor_; }
+
+private:
+    int descriptor_;
+};
 
 } // namespace inputs
 

@@ -2,6 +2,7 @@
 #include "bench.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <condition_variable>
 #include <cstdio>
@@ -159,8 +160,21 @@ private:
     std::thread thread_{&IdleThread::wait, this};
 };
 
+// How often a body has to run to take that long. What disturbs the machine makes a run longer, never shorter: the
+// shortest of three counts.
+std::size_t calibrate(const Body& body, double wanted) {
+    for (std::size_t times = 1;;) {
+        const double taken = std::min({nanoseconds(body, times), nanoseconds(body, times), nanoseconds(body, times)});
+        if (taken >= wanted)
+            return times;
+        const double factor = taken > wanted / 10 ? 1.2 * wanted / taken : 10;
+        times = static_cast<std::size_t>(static_cast<double>(times) * factor) + 1;
+    }
+}
+
 struct Options {
-    Plan plan;
+    double seconds = 0.05;
+    int repetitions = 15;
     std::string json;
     std::regex filter{""};
 };
@@ -179,9 +193,9 @@ bool parse(int argc, char** argv, Options& options) {
         if (named && i + 1 == argc)
             return false;
         if (argument == "--repetitions")
-            options.plan.repetitions = std::max(1, std::atoi(argv[++i]));
+            options.repetitions = std::max(1, std::atoi(argv[++i]));
         else if (argument == "--seconds")
-            options.plan.seconds = std::atof(argv[++i]);
+            options.seconds = std::atof(argv[++i]);
         else if (argument == "--json")
             options.json = argv[++i];
         else if (named || i + 1 != argc)
@@ -205,17 +219,19 @@ int run(const Options& options) {
         if (!std::regex_search(row.name, options.filter))
             continue;
         rows.push_back(&row);
-        tasks.push_back({row.name, &row.ours, &row.samples});
+        tasks.push_back({row.name, &row.ours, &row.samples, 0});
         for (Rival& rival : row.rivals)
-            tasks.push_back({row.name + " / " + rival.name, &rival.body, &rival.samples});
+            tasks.push_back({row.name + " / " + rival.name, &rival.body, &rival.samples, 0});
     }
     if (rows.empty()) {
         std::cerr << "bench: no row has such a name\n";
         return 2;
     }
-    for (const Task& task : tasks)
+    for (Task& task : tasks) {
         (*task.body)(1);
-    measure(tasks, options.plan);
+        task.times = calibrate(*task.body, options.seconds * 1e9);
+    }
+    measure(tasks, options.repetitions);
 
     const int missed = printTable(rows);
     if (!options.json.empty()) {
@@ -274,6 +290,13 @@ Row& find(const std::string& name) {
 Rows::Rows(void (*add)()) { rowAdders().push_back(add); }
 
 Peers::Peers(void (*add)()) { peerAdders().push_back(add); }
+
+double nanoseconds(const Body& body, std::size_t times) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = Clock::now();
+    body(times);
+    return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+}
 
 Body onTwoThreads(const Body& body) {
     return [body](std::size_t times) {

@@ -11,6 +11,7 @@ using namespace bench;
 
 Body readByPoco(std::size_t bytes) {
     return each([bytes] {
+        const inputs::Lock lock(inputs::file(bytes));
         Poco::FileInputStream stream(inputs::file(bytes));
         stream.seekg(0, std::ios::end);
         std::string contents(static_cast<std::size_t>(stream.tellg()), '\0');
