@@ -10,7 +10,6 @@
 #include "utils/XmlScan.h"
 
 #include <cstddef>
-#include <iterator>
 #include <string_view>
 #include <typeinfo>
 
@@ -72,11 +71,32 @@ template <class Assign> void readText(std::string_view text, Assign&& assign) {
     readLine(text, assign);
 }
 
+// The elements that the store wrote have their name in the same place; in others it is looked for.
+std::string_view nameOf(std::string_view element) {
+    if (element.substr(0, xmlFrame.head.size()) != xmlFrame.head)
+        return attributeValue(nameAttribute, element).value_or("");
+    element.remove_prefix(xmlFrame.head.size());
+    const std::size_t end = element.find('"');
+    return end != std::string_view::npos ? element.substr(0, end) : std::string_view();
+}
+
 // An element that the finder gave is what a second search for it in its own text finds, so its value is at hand.
 template <class Assign> void readElements(std::string_view root, Assign&& assign) {
     ElementFinder finder(PropertiesImpl::PROPERTY, root);
     for (std::string_view element = finder.next(); !element.empty(); element = finder.next())
-        assign(attributeValue(nameAttribute, element).value_or(""), elementValue(element));
+        assign(nameOf(element), elementValue(element));
+}
+
+// Assigns to the map like assignProperty, but from views. What was stored comes in order and goes behind the last name,
+// which takes one comparison; for any other name the map looks itself.
+template <class Map> auto assignTo(Map& properties) {
+    return [&properties](std::string_view name, std::string_view value) {
+        checkName(name, assignUnnamed);
+        const std::size_t before = properties.size();
+        const auto place = properties.emplace_hint(properties.end(), name, value);
+        if (properties.size() == before)
+            place->second = value;
+    };
 }
 
 } // namespace
@@ -87,34 +107,6 @@ struct PropertiesImpl::Layout {
     static_assert(offsetof(PropertiesImpl, properties_) == sizeof(void*));
 };
 #pragma GCC diagnostic pop
-
-// Assigns to the map like assignProperty, but from views and with the place of the last name at hand: names that come
-// in order cost no search.
-class PropertiesImpl::Merger {
-public:
-    explicit Merger(Map& properties) : properties_(properties), behind_(properties.end()) {}
-
-    void operator()(std::string_view name, std::string_view value) {
-        checkName(name, assignUnnamed);
-        if (!belongsBefore(behind_, name))
-            behind_ = properties_.lower_bound(name);
-        if (behind_ != properties_.end() && behind_->first == name)
-            behind_->second = value;
-        else
-            behind_ = properties_.emplace_hint(behind_, name, value);
-        ++behind_;
-    }
-
-private:
-    // Whether a search for the name would end at that place.
-    bool belongsBefore(Map::const_iterator place, std::string_view name) const {
-        return (place == properties_.begin() || std::prev(place)->first < name) &&
-               (place == properties_.end() || !(place->first < name));
-    }
-
-    Map& properties_;
-    Map::iterator behind_;
-};
 
 const char PropertiesImpl::TAG[] = "properties";
 const char PropertiesImpl::PROPERTY[] = "property";
@@ -173,7 +165,7 @@ void PropertiesImpl::clear() { properties_.clear(); }
 
 void PropertiesImpl::loadFromText(const std::string& text) {
     if (!isOverridden())
-        return readText(text, Merger(properties_));
+        return readText(text, assignTo(properties_));
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the override may change the caller's text.
     const std::string copy = text;
     readText(copy, [this](std::string_view name, std::string_view value) {
@@ -213,7 +205,7 @@ void PropertiesImpl::assignPropertyFromXML(const std::string& element) {
 void PropertiesImpl::loadFromXML(const std::string& xml) {
     const std::string_view root = ElementFinder(TAG, xml).next();
     if (!isOverridden())
-        return readElements(root, Merger(properties_));
+        return readElements(root, assignTo(properties_));
     const std::string copy(root);
     readElements(copy, [this](std::string_view name, std::string_view value) {
         assignProperty(std::string(name), std::string(value));

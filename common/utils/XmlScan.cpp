@@ -30,7 +30,9 @@ std::string join(std::string_view head, std::string_view name, std::string_view 
 
 std::size_t ElementFinder::Pattern::find(std::string_view text, std::size_t from) {
     if (!searched_ || found_ < from) {
-        found_ = findFrom(text, pattern_, from);
+        // Elements mostly stand directly behind one another.
+        const bool here = from <= text.size() && text.compare(from, pattern_.size(), pattern_) == 0;
+        found_ = here ? from : findFrom(text, pattern_, from);
         searched_ = true;
     }
     return found_;

@@ -1,14 +1,13 @@
 #include "zel/utils/XmlUtils.h"
 
-#include "zel/utils/StringUtils.h"
-
 #include "utils/XmlScan.h"
 
 namespace ZEL::RT {
 
 bool XmlUtils::IsXML(const std::string& text) {
-    const std::string trimmed = StringUtils::Trim(text);
-    return StringUtils::StartsWith(trimmed, "<") && StringUtils::EndsWith(trimmed, ">");
+    // Trimmed as StringUtils::Trim does it, without the copy that a whole store would be.
+    const std::size_t first = text.find_first_not_of(" \r\n");
+    return first != std::string::npos && text[first] == '<' && text[text.find_last_not_of(" \r\n")] == '>';
 }
 
 std::string XmlUtils::QuotedString(const std::string& value) { return '"' + value + '"'; }

@@ -90,7 +90,6 @@ public:
 
 private:
     using Map = std::map<std::string, std::string, std::less<>>;
-    class Merger;
     struct Layout;
 
     bool isOverridden() const;
