@@ -41,18 +41,25 @@ void checkName(std::string_view name, const Failure& failure) {
         EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(source, failure);
 }
 
-template <class Map>
-std::string store(const Map& properties, std::string_view head, const Frame& frame, std::string_view tail) {
+template <const Frame& frame, class Map>
+std::string store(const Map& properties, std::string_view head, std::string_view tail) {
     std::size_t size = head.size() + tail.size();
     for (const auto& [name, value] : properties)
         size += frame.head.size() + name.size() + frame.middle.size() + value.size() + frame.tail.size();
 
-    std::string text;
-    text.reserve(size);
-    text.append(head);
-    for (const auto& [name, value] : properties)
-        text.append(frame.head).append(name).append(frame.middle).append(value).append(frame.tail);
-    return text.append(tail);
+    std::string text(size, '\0');
+    char* at = text.data();
+    const auto write = [&at](std::string_view piece) { at += piece.copy(at, piece.size()); };
+    write(head);
+    for (const auto& [name, value] : properties) {
+        write(frame.head);
+        write(name);
+        write(frame.middle);
+        write(value);
+        write(frame.tail);
+    }
+    write(tail);
+    return text;
 }
 
 // Hands the property in a line of text form, if it is one, to assign.
@@ -154,7 +161,7 @@ std::string PropertiesImpl::marshal() const { return storeAsXML(); }
 
 std::string PropertiesImpl::storeAsText() const {
     if (!isOverridden())
-        return store(properties_, "", textFrame, "");
+        return store<textFrame>(properties_, "", "");
     std::string text;
     for (const std::string& name : PropertiesImpl::retrievePropertyNames())
         text.append(retrievePropertyAsText(name)).append("\n");
@@ -190,7 +197,7 @@ std::string PropertiesImpl::retrievePropertyAsXML(const std::string& name) const
 
 std::string PropertiesImpl::storeAsXML() const {
     if (!isOverridden())
-        return store(properties_, "<properties>", xmlFrame, "</properties>");
+        return store<xmlFrame>(properties_, "<properties>", "</properties>");
     std::string elements;
     for (const std::string& name : PropertiesImpl::retrievePropertyNames())
         elements.append(retrievePropertyAsXML(name));
