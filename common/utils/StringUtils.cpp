@@ -48,15 +48,11 @@ template <int (*convert)(int)> std::string convertBytes(const std::string& text)
 
 bool isUnwanted(char c) { return (c >= 1 && c <= 31 && c != '\n' && c != '\r') || c == 127; }
 
-// The pieces of text; find gives the first delimiter in a range, or the range's end.
-template <class Find> std::vector<std::string> split(const std::string& text, Find find) {
+// The pieces of text; find gives the first of its so many delimiters in a range.
+template <class Find> std::vector<std::string> split(const std::string& text, std::ptrdiff_t delimiters, Find find) {
     const char* const end = text.data() + text.size();
-    std::size_t delimiters = 0;
-    for (const char* at = find(text.data(), end); at != end; at = find(at + 1, end))
-        ++delimiters;
-
     std::vector<std::string> pieces;
-    pieces.reserve(delimiters + 1);
+    pieces.reserve(static_cast<std::size_t>(delimiters) + 1);
     const char* start = text.data();
     for (; delimiters != 0; --delimiters) {
         const char* const delimiter = find(start, end);
@@ -136,17 +132,22 @@ void StringUtils::shredString(std::string& text) {
 
 std::vector<std::string> StringUtils::Tokenize(const std::string& text, const std::string& delimiters) {
     if (delimiters.size() == 1) {
-        return split(text, [wanted = delimiters.front()](const char* begin, const char* end) {
-            const void* found = std::memchr(begin, wanted, static_cast<std::size_t>(end - begin));
-            return found != nullptr ? static_cast<const char*>(found) : end;
+        const char wanted = delimiters.front();
+        return split(text, std::count(text.begin(), text.end(), wanted), [wanted](const char* begin, const char* end) {
+            // Most pieces are so short that a loop is done before memchr would have begun.
+            const char* const near = begin + std::min(end - begin, std::ptrdiff_t{16});
+            const char* const found = std::find(begin, near, wanted);
+            return found != near
+                       ? found
+                       : static_cast<const char*>(std::memchr(near, wanted, static_cast<std::size_t>(end - near)));
         });
     }
     std::array<bool, 256> wanted{};
     for (const char c : delimiters)
         wanted[static_cast<unsigned char>(c)] = true;
-    return split(text, [&wanted](const char* begin, const char* end) {
-        return std::find_if(begin, end, [&wanted](char c) { return wanted[static_cast<unsigned char>(c)]; });
-    });
+    const auto isWanted = [&wanted](char c) { return wanted[static_cast<unsigned char>(c)]; };
+    return split(text, std::count_if(text.begin(), text.end(), isWanted),
+                 [isWanted](const char* begin, const char* end) { return std::find_if(begin, end, isWanted); });
 }
 
 std::string StringUtils::ToString(unsigned int value) { return writeNumber(value); }
