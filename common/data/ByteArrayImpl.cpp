@@ -7,7 +7,8 @@ namespace ZEL::DATA {
 
 namespace {
 
-constexpr char digits[] = "0123456789abcdef";
+// Arithmetic and no table: compilers make many digits at once of it, and no secret chooses the memory that is read.
+char digit(unsigned int nibble) { return static_cast<char>(nibble + (nibble < 10 ? '0' : 'a' - 10)); }
 
 // Below, equal to or above 0, by size first. Arrays whose memory ran out have a size but no bytes to compare.
 int compare(const IByteArray& left, const IByteArray& right) {
@@ -80,10 +81,11 @@ std::string ByteArrayImpl::toReadable() const {
         return text;
     // In one piece: a string that grows would leave its digits behind wherever it was before.
     text.resize(std::size_t{2} * record_.size);
-    char* digit = text.data();
-    for (unsigned int i = 0; i < record_.size; ++i) {
-        *digit++ = digits[record_.data[i] >> 4];
-        *digit++ = digits[record_.data[i] & 0xF];
+    char* at = text.data();
+    const unsigned char* const end = record_.data + record_.size;
+    for (const unsigned char* byte = record_.data; byte != end; ++byte) {
+        *at++ = digit(*byte >> 4);
+        *at++ = digit(*byte & 0xF);
     }
     return text;
 }
