@@ -1,5 +1,6 @@
 #include "zel/api/vor_bytearray.h"
 
+#include "utils/Block.h"
 #include "utils/Shred.h"
 
 #include <cstdint>
@@ -10,10 +11,20 @@ namespace {
 
 constexpr int nullArgument = 1;
 
-// Zeros, with one more for the terminator. The largest size of all has no room for it on ia32.
-unsigned char* allocate(unsigned int size) {
+// The bytes and a zero behind them; null stands for zeros alone. The largest size of all has no room for the
+// terminator on ia32.
+unsigned char* allocate(unsigned int size, const unsigned char* data) {
     const std::size_t bytes = std::size_t{size} + 1;
-    return bytes == 0 ? nullptr : static_cast<unsigned char*>(std::calloc(bytes, 1));
+    if (bytes == 0)
+        return nullptr;
+    if (data == nullptr)
+        return static_cast<unsigned char*>(std::calloc(bytes, 1));
+    auto* const buffer = static_cast<unsigned char*>(ZEL::allocateBlock(bytes));
+    if (buffer != nullptr) {
+        std::memcpy(buffer, data, size);
+        buffer[size] = 0;
+    }
+    return buffer;
 }
 
 // Whether the bytes begin in the array's buffer, whose terminator counts.
@@ -31,9 +42,7 @@ int vor_initializeByteArray(VOR_ByteArray* array, unsigned int size, const unsig
     if (array == nullptr)
         return nullArgument;
     array->size = size;
-    array->data = size == 0 ? nullptr : allocate(size);
-    if (array->data != nullptr && data != nullptr)
-        std::memcpy(array->data, data, size);
+    array->data = size == 0 ? nullptr : allocate(size, data);
     return 0;
 }
 

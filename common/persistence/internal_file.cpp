@@ -10,6 +10,7 @@
 #include "persistence/FileStatus.h"
 #include "persistence/SystemCalls.h"
 #include "threads/CancellationShield.h"
+#include "utils/Block.h"
 #include "utils/ErrnoKeeper.h"
 #include "utils/SecureProcess.h"
 
@@ -163,7 +164,7 @@ int internal_readContents(VOR_FileHandle* handle, int readMode, char** buffer, u
     if (size > longestContents)
         return reason.failed(FileStatus::OutOfMemory, EFBIG);
     const std::size_t expected = static_cast<std::size_t>(size);
-    *buffer = static_cast<char*>(std::calloc(expected + 1, 1));
+    *buffer = static_cast<char*>(allocateBlock(expected + 1));
     if (*buffer == nullptr)
         return reason.failed(FileStatus::OutOfMemory, ENOMEM);
 
@@ -175,6 +176,7 @@ int internal_readContents(VOR_FileHandle* handle, int readMode, char** buffer, u
         *buffer = nullptr;
         return status;
     }
+    clearBehind(*buffer, static_cast<std::size_t>(count), expected + 1);
     *length = static_cast<unsigned int>(count);
     return FileStatus::Success;
 }
