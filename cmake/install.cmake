@@ -23,6 +23,9 @@ configure_file(cmake/zel-rt.pc.in zel-rt.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zel-rt.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
+install(PROGRAMS tools/zel-trace DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT development)
+install(FILES tools/zel-trace.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT development)
+
 install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development OPTIONAL
   FILES_MATCHING PATTERN *.md PATTERN *.h PATTERN *.c PATTERN *.cpp)
