@@ -5,6 +5,15 @@ set(ZEL_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zel-rt)
 
 install(TARGETS zel-rt EXPORT zel-rt
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
+# gdb loads its part by itself: in the system from where Debian's gdb looks, elsewhere from beside the library, so that it
+# moves with it. It goes with the library, as programs die where nobody builds them.
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+  set(ZEL_GDB_DIR ${CMAKE_INSTALL_DATADIR}/gdb/auto-load${CMAKE_INSTALL_FULL_LIBDIR})
+else()
+  set(ZEL_GDB_DIR ${CMAKE_INSTALL_LIBDIR})
+endif()
+install(FILES tools/gdb/zel_rt_gdb.py
+  DESTINATION ${ZEL_GDB_DIR} RENAME $<TARGET_FILE_NAME:zel-rt>-gdb.py COMPONENT runtime)
 install(DIRECTORY include/zel DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development FILES_MATCHING PATTERN *.h)
 
 # The version file also turns away projects of the other word size, so that both may be installed side by side.
