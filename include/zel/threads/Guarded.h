@@ -4,6 +4,7 @@
 #ifndef ZEL_THREADS_GUARDED_H
 #define ZEL_THREADS_GUARDED_H
 
+/// What the others are made of.
 #if defined(__clang__)
 #define ZEL_THREAD_SAFETY(attribute) __attribute__((attribute))
 #else
