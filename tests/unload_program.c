@@ -7,45 +7,34 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-typedef void (*Function)(void);
-
-/* A function pointer out of an object pointer, without a cast that C does not know. */
-static Function symbol(void* library, const char* name) {
-    Function function = NULL;
-    void* const address = dlsym(library, name);
-    memcpy(&function, &address, sizeof function);
-    return function;
-}
+static const char* const used[] = {"_ZN3ZEL5TRACE15setTraceDefaultEv", "vor_getThreadId"};
 
 static int use(const char* path) {
     void* const library = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-    Function trace, identify;
-    if (library == NULL)
-        return fprintf(stderr, "%s\n", dlerror());
-    trace = symbol(library, "_ZN3ZEL5TRACE15setTraceDefaultEv");
-    identify = symbol(library, "vor_getThreadId");
-    if (trace == NULL || identify == NULL)
-        return fprintf(stderr, "%s\n", dlerror());
-    trace();
-    identify();
+    void (*function)(void);
+    int i;
+    for (i = 0; i < 2; ++i) {
+        void* const address = library == NULL ? NULL : dlsym(library, used[i]);
+        if (address == NULL)
+            return fprintf(stderr, "%s\n", dlerror());
+        memcpy(&function, &address, sizeof function); /* C knows no cast from an object to a function */
+        function();
+    }
     dlclose(library);
-    if (dlopen(path, RTLD_NOW | RTLD_NOLOAD) != NULL)
-        return fprintf(stderr, "the library stays loaded\n");
-    return 0;
+    return dlopen(path, RTLD_NOW | RTLD_NOLOAD) == NULL ? 0 : fprintf(stderr, "the library stays loaded\n");
 }
 
 static void* nothing(void* argument) { return argument; }
 
 int main(int count, char** arguments) {
     pthread_t thread;
-    int status = 0;
+    int status = count == 2 ? 0 : 1;
     int i;
-    for (i = 0; i < 200 && count == 2; ++i)
-        if (use(arguments[1]) != 0)
-            return 1;
-    if (pthread_create(&thread, NULL, nothing, NULL) != 0 || pthread_join(thread, NULL) != 0)
+    for (i = 0; i < 200 && status == 0; ++i)
+        status = use(arguments[1]);
+    if (status != 0 || pthread_create(&thread, NULL, nothing, NULL) != 0 || pthread_join(thread, NULL) != 0)
         return 1;
     if (fork() == 0)
         _exit(0);
-    return wait(&status) > 0 && status == 0 && i == 200 ? 0 : 1;
+    return wait(&status) > 0 && status == 0 ? 0 : 1;
 }
