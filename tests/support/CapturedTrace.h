@@ -6,7 +6,6 @@
 
 #include <sstream>
 #include <string>
-#include <vector>
 
 class CapturedTrace {
 public:
@@ -21,13 +20,13 @@ public:
 
     std::string text() const { return stream_.str(); }
 
-    // The texts of the records, without date, thread and location.
-    std::vector<std::string> texts() const {
-        std::vector<std::string> result;
+    // The texts of the records, without date, thread and location, each with "; " behind it.
+    std::string texts() const {
+        std::string result;
         std::istringstream lines(stream_.str());
         for (std::string line; std::getline(lines, line);) {
             const auto location = line.find(") ") != std::string::npos ? line.find(") ") : 0;
-            result.push_back(line.substr(line.find(": ", location) + 2));
+            result += line.substr(line.find(": ", location) + 2) + "; ";
         }
         return result;
     }

@@ -2,8 +2,8 @@
 #include "zel/utils/StringUtils.h"
 #include "zel/utils/XmlUtils.h"
 
+#include "support/Failure.h"
 #include "support/Generator.h"
-#include "support/Refusal.h"
 #include "support/Slots.h"
 
 #include <algorithm>
@@ -60,7 +60,7 @@ TEST(Properties, UnmarshallingReplacesWhatWasThere) {
     for (const auto& row : rows) {
         PropertiesImpl store;
         store.loadFromText("z=1\nk=1");
-        EXPECT_EQ(!refusalOf([&] { store.unmarshal(row.text); }).empty(), row.refused) << row.text;
+        EXPECT_EQ(!failureOf([&] { store.unmarshal(row.text); }).empty(), row.refused) << row.text;
         EXPECT_EQ(store.storeAsText(), row.loaded) << row.text;
         EXPECT_TRUE(store.empty() == (*row.loaded == '\0') && store.assigned() != store.empty()) << row.text;
     }
@@ -101,10 +101,10 @@ TEST(Properties, OverridesAreHeard) {
 
 TEST(Properties, WholeFormsAreReadLikeTheirParts) {
     struct Subclass : PropertiesImpl {};
-    const std::string refusal = "ZEL -1006 code: The arguments specified in the operation were invalid "
-                                "common/utils/PropertiesImpl:";
-    EXPECT_EQ(refusalOf([] { PropertiesImpl().assignProperty("", "v"); }), refusal + "42 assignProperty");
-    EXPECT_EQ(refusalOf([] { PropertiesImpl().retrievePropertyAsXML(""); }), refusal + "30 retrieveProperty");
+    const std::string refusal = "InvalidArgumentException ZEL -1006 code: The arguments specified in the operation "
+                                "were invalid common/utils/PropertiesImpl::";
+    EXPECT_EQ(failureOf([] { PropertiesImpl().assignProperty("", "v"); }), refusal + "assignProperty() @42");
+    EXPECT_EQ(failureOf([] { PropertiesImpl().retrievePropertyAsXML(""); }), refusal + "retrieveProperty() @30");
 
     Generator lines{{"a", "b", "ab", "=", "\n", "c=", "\nd=1\n", "<", "\"", "</property>", "\xff", " "}};
     Generator tags{{"<property name=\"a\">", "<property  name=\"b\">", "<property name=\"c\"/>", "<property>",
@@ -113,12 +113,12 @@ TEST(Properties, WholeFormsAreReadLikeTheirParts) {
         PropertiesImpl whole, parts;
         Subclass asked;
         const auto compare = [&](const std::string& text, const Names& pieces, auto load, auto assign) {
-            const std::string expected = refusalOf([&] {
-                for (const std::string& piece : pieces)
-                    (parts.*assign)(piece);
-            });
+            const auto assignAll = [&] {
+                std::for_each(pieces.begin(), pieces.end(), [&](auto& p) { (parts.*assign)(p); });
+            };
+            const std::string expected = failureOf(assignAll);
             for (PropertiesImpl* const store : {&whole, static_cast<PropertiesImpl*>(&asked)}) {
-                ASSERT_EQ(refusalOf([&] { (store->*load)(text); }), expected) << text;
+                ASSERT_EQ(failureOf([&] { (store->*load)(text); }), expected) << text;
                 ASSERT_EQ(store->storeAsText(), parts.storeAsText()) << text;
             }
             ASSERT_EQ(whole.storeAsXML(), asked.storeAsXML()) << text;

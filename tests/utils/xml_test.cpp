@@ -25,15 +25,21 @@ extern "C" void* memmem(const void* text, std::size_t size, const void* pattern,
 
 namespace {
 
-TEST(Xml, Forms) {
+TEST(Xml, FormsValuesAndAttributes) {
     EXPECT_EQ(XmlUtils::ToElement("p", "", XmlUtils::ToAttribute("a", "\"")), "<p  a=\"\"\"></p>");
-    EXPECT_EQ(XmlUtils::ToElement("x", "<&>", Texts{"p", "q"}), "<x  p q><&></x>");
-    EXPECT_EQ(XmlUtils::ToElement("x", "v", Texts{}), "<x>v</x>");
-    EXPECT_EQ(XmlUtils::ToElement("x", "v", Texts{""}), "<x  >v</x>");
+    EXPECT_EQ(XmlUtils::ToElement("x", "<&>", Texts{"p", "q"}) + XmlUtils::ToElement("x", "v", Texts{}) +
+                  XmlUtils::ToElement("x", "v", Texts{""}),
+              "<x  p q><&></x><x>v</x><x  >v</x>");
     for (const char* text : {"  <a>  ", "<>", "\r\n<a></b>\n"})
         EXPECT_TRUE(XmlUtils::IsXML(text)) << text;
     for (const char* text : {"", " ", "<", ">", "<a", "a>", "\t<a>", "<a>\t"})
         EXPECT_FALSE(XmlUtils::IsXML(text)) << text;
+    EXPECT_EQ(XmlUtils::GetElementValue("a", "<l><a x><b/> 1</a></l>"), "<b/> 1");
+    EXPECT_EQ(XmlUtils::GetElementValue("a", "<a x=\"1>2\"/>") + XmlUtils::GetElementValue("a", "<b>1</b>"), "");
+    EXPECT_EQ(XmlUtils::GetAttributeValue("id", "<e xid=\"7\" id=\"8\"/>", "default"), "7");
+    EXPECT_EQ(XmlUtils::GetAttributeValue("id", "<e>id=\"\"</e>", "default"), "");
+    for (const char* xml : {"<e id='8'/>", "<e id = \"8\"/>", "<e id=\"8", ""})
+        EXPECT_EQ(XmlUtils::GetAttributeValue("id", xml, "default"), "default") << xml;
 }
 
 // The searches as they are described to callers, without any memory of what was seen.
@@ -56,15 +62,6 @@ Texts plainElements(const std::string& name, std::string rest) {
     for (std::string element; !(element = plainElement(name, rest)).empty(); elements.push_back(element))
         rest.erase(0, rest.find(element) + element.size());
     return elements;
-}
-
-TEST(Xml, ValuesAndAttributes) {
-    EXPECT_EQ(XmlUtils::GetElementValue("a", "<l><a x><b/> 1</a></l>"), "<b/> 1");
-    EXPECT_EQ(XmlUtils::GetElementValue("a", "<a x=\"1>2\"/>") + XmlUtils::GetElementValue("a", "<b>1</b>"), "");
-    EXPECT_EQ(XmlUtils::GetAttributeValue("id", "<e xid=\"7\" id=\"8\"/>", "default"), "7");
-    EXPECT_EQ(XmlUtils::GetAttributeValue("id", "<e>id=\"\"</e>", "default"), "");
-    for (const char* xml : {"<e id='8'/>", "<e id = \"8\"/>", "<e id=\"8", ""})
-        EXPECT_EQ(XmlUtils::GetAttributeValue("id", xml, "default"), "default") << xml;
 }
 
 TEST(Xml, GeneratedTextsGiveWhatThePlainSearchesGive) {
