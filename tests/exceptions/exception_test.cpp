@@ -15,8 +15,8 @@ namespace {
 
 std::string described(const std::string& name, int code, const std::string& message, const std::string& method,
                       const std::string& file, int line) {
-    return "Entering; name: " + name + "; code: " + std::to_string(code) + "; message: " + message +
-           "; method: " + method + "; file: " + file + "; line: " + std::to_string(line) + "; Leaving; ";
+    return "thrown!{ name: " + name + "; code: " + std::to_string(code) + "; message: " + message +
+           "; method: " + method + "; file: " + file + "; line: " + std::to_string(line) + "; } ";
 }
 
 // As an exception of this class is built, given its place and copied; some are only told of while they are being built.
@@ -24,7 +24,7 @@ template <class E> void expectTraceOfThrow(const std::string& name, int code, bo
     const CapturedTrace trace;
     EXPECT_THROW(throwException(E("ZEL", -1001, "code", "bad", nullptr, -1, nullptr), "f.cpp", 12, "op"), E);
     const std::string placed = described(name, code, "bad", "op", "f.cpp", 12);
-    EXPECT_EQ(trace.texts(),
+    EXPECT_EQ(trace.scopes(),
               described(name, code, "bad", "(null)", "(null)", -1) + (alsoWhereThrown ? placed : "") + placed);
 }
 
@@ -34,7 +34,7 @@ TEST(Exception, AThrowIsTracedUnlessTracingItselfFailsSo) {
     expectTraceOfThrow<BadAllocException>("BadAllocException", -10, false);
     const CapturedTrace trace;
     const ZelException unknown("", -1, nullptr, nullptr, 0, nullptr);
-    EXPECT_EQ(trace.texts(), described("(null)", -1, "(null)", "(null)", "(null)", -1));
+    EXPECT_EQ(trace.scopes(), described("(null)", -1, "(null)", "(null)", "(null)", -1));
     EXPECT_NE(trace.text().find(" Thread "), std::string::npos);
     EXPECT_NE(trace.text().find(" ZelException::setSourceLocation => exception thrown!(): E"), std::string::npos);
 }
@@ -46,7 +46,8 @@ TEST(Exception, LocationKeepsWhatIsNotReplaced) {
     EXPECT_EQ(e.getExecutionPoint(), "f.cpp::op() @3");
     e.setSourceLocation("g.cpp", -7, nullptr);
     EXPECT_EQ(e.getExecutionPoint(), "g.cpp::op() @3");
-    EXPECT_EQ(trace.texts(), described("n", -1, "bad", "op", "f.cpp", 3) + described("n", -1, "bad", "op", "g.cpp", 3));
+    EXPECT_EQ(trace.scopes(),
+              described("n", -1, "bad", "op", "f.cpp", 3) + described("n", -1, "bad", "op", "g.cpp", 3));
     const ZelException unknown("n", -1, "ZEL", -1001, "code", "bad", nullptr, -4, nullptr);
     EXPECT_TRUE(unknown.getSourceLine() == -1 && unknown.getSourceFile() == nullptr);
     EXPECT_EQ(unknown.getExecutionPoint(), "Unknown Location");

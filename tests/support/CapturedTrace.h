@@ -16,17 +16,18 @@ public:
     }
     ~CapturedTrace() { ZEL::TRACE::setTraceDefault(); }
     CapturedTrace(const CapturedTrace&) = delete;
-    CapturedTrace& operator=(const CapturedTrace&) = delete;
 
     std::string text() const { return stream_.str(); }
 
-    // The texts of the records, without date, thread and location, each with "; " behind it.
-    std::string texts() const {
+    // The records that have a text in them, as scopes: "function{ text; text; } ".
+    std::string scopes(const std::string& wanted = "") const {
         std::string result;
-        std::istringstream lines(stream_.str());
+        std::istringstream lines(text());
         for (std::string line; std::getline(lines, line);) {
-            const auto location = line.find(") ") != std::string::npos ? line.find(") ") : 0;
-            result += line.substr(line.find(": ", location) + 2) + "; ";
+            const std::size_t end = line.find("(): "), function = line.rfind(' ', end) + 1;
+            const std::string record = line.substr(end + 4), opened = line.substr(function, end - function) + "{ ";
+            if (line.find(wanted) != std::string::npos)
+                result += record == "Entering" ? opened : record == "Leaving" ? "} " : record + "; ";
         }
         return result;
     }

@@ -3,28 +3,15 @@
 #include "zel/zel.h"
 
 #include "support/CapturedTrace.h"
+#include "support/Child.h"
 #include "support/Sanitizers.h"
 
 #include <atomic>
 #include <thread>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
-
-// Runs the action in a child and returns its exit status; a child that hangs is ended by its alarm.
-template <class Action> int statusOfChild(Action action) {
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::alarm(20);
-        ::_exit(action());
-    }
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
-}
 
 int useEverything() {
     std::ostringstream out;
@@ -44,15 +31,14 @@ TEST(Fork, ChildUsesEverythingWhileOtherThreadsDo) {
     if (addressSanitizer)
         GTEST_SKIP() << "its own allocator is not made for this";
     std::atomic<bool> stop{false};
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 3; ++i)
-        threads.emplace_back([&stop, i] {
-            while (!stop) {
-                if (i == 0)
-                    ZEL::Date::getShortString(-1);
-                ZEL::Tracer("parent", true).printf("%d", i);
-            }
-        });
+    const auto work = [&stop](bool dates) {
+        while (!stop) {
+            ZEL::Tracer("parent", true).printf("%d", dates);
+            if (dates)
+                ZEL::Date::getShortString(-1);
+        }
+    };
+    std::thread threads[] = {std::thread(work, true), std::thread(work, false), std::thread(work, false)};
     for (int i = 0; i < 40; ++i)
         EXPECT_EQ(statusOfChild(useEverything), 0);
     stop = true;
@@ -61,36 +47,25 @@ TEST(Fork, ChildUsesEverythingWhileOtherThreadsDo) {
 }
 
 TEST(Fork, ChildKeepsTheRecordsInMemory) {
-    { const CapturedTrace drained; }
+    CapturedTrace(); // leaves an empty ring
     ZEL::Tracer().write("before the fork", 0);
-    EXPECT_EQ(statusOfChild([] {
-                  std::ostringstream out;
-                  ZEL::TRACE::setTraceToStream(&out);
-                  return out.str() == ": before the fork\n" ? 0 : 1;
-              }),
-              0);
+    const auto drain = [] {
+        std::ostringstream out;
+        ZEL::TRACE::setTraceToStream(&out);
+        return out.str() == ": before the fork\n" ? 0 : 1;
+    };
+    EXPECT_EQ(statusOfChild(drain), 0);
 }
 
-ZEL::Semaphore* blocked;
-ZEL::Semaphore* unblock;
-std::atomic<int> childStatus{-1};
-
-int blockOnce(const char*, int) {
-    if (ZEL::Semaphore* const waiting = std::exchange(blocked, nullptr)) {
-        waiting->release(1);
-        unblock->acquire(0);
-    }
-    return 0;
-}
+ZEL::Semaphore entered(0, 0), leave(0, 0);
 
 TEST(Fork, ABlockedDestinationStopsNeitherForkNorChild) {
-    ZEL::Semaphore entered(0, 0);
-    ZEL::Semaphore leave(0, 0);
-    blocked = &entered;
-    unblock = &leave;
+    static std::atomic<bool> blocking{true};
     std::thread printing([] {
         ZEL::Tracer().write("x", 0);
-        ZEL::TRACE::setTraceCallback(blockOnce); // holds both locks
+        ZEL::TRACE::setTraceCallback([](const char*, int) { // which holds both locks
+            return blocking.exchange(false) && entered.release(1) == 0 && leave.acquire(0) ? 0 : 1;
+        });
     });
     entered.acquire(0);
     EXPECT_EQ(statusOfChild(useEverything), 0);
@@ -99,14 +74,15 @@ TEST(Fork, ABlockedDestinationStopsNeitherForkNorChild) {
     ZEL::TRACE::setTraceDefault();
 }
 
+std::atomic<int> childStatus{-1};
+
 int forkOnce(const char*, int) {
-    if (childStatus == -1) {
-        childStatus = -2;
-        childStatus = statusOfChild([] {
-            ZEL::TRACE::setTraceDefault();
-            return std::thread([] { ZEL::Tracer("other thread of the child", true); }).join(), 0;
-        });
-    }
+    const auto traceInThread = [] {
+        ZEL::TRACE::setTraceDefault();
+        return std::thread([] { ZEL::Tracer("other thread of the child", true); }).join(), 0;
+    };
+    if (childStatus.exchange(-2) == -1)
+        childStatus = statusOfChild(traceInThread);
     return 0;
 }
 
@@ -120,16 +96,12 @@ TEST(Fork, ACallbackMayFork) {
 }
 
 TEST(Fork, ThreadsOfTheParentAreGoneInTheChild) {
-    ZEL::Semaphore release(0, 0);
-    const auto acquire = [](void* semaphore) -> void* {
-        static_cast<ZEL::Semaphore*>(semaphore)->acquire(0);
-        return nullptr;
-    };
+    const auto wait = [](void*) -> void* { return leave.acquire(0), nullptr; };
     pthread_t handle;
-    ASSERT_EQ(vor_startThread(acquire, &release, &handle), 0);
+    ASSERT_EQ(vor_startThread(wait, nullptr, &handle), 0);
     EXPECT_EQ(statusOfChild([&] { return vor_testThread(handle) * 2 + (vor_waitThread(handle, 0) == 0); }), 0);
     EXPECT_EQ(vor_testThread(handle), 1);
-    release.release(1);
+    leave.release(1);
     EXPECT_EQ(vor_waitThread(handle, 0), 0);
 }
 
