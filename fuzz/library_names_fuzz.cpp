@@ -1,5 +1,5 @@
 // Names and search paths of any kind: what the library makes of them is what a plain model without buffers says. An
-// input is lines: name, search path, prefix, suffix or extension, size of the result.
+// input is a row with tabs between: name, search path, prefix, suffix or extension, size of the result.
 #include "zel/vor.h"
 #include "zel/zel.h"
 
@@ -23,18 +23,16 @@ struct Folder : TemporaryDirectory {
         for (int i = 0; i < 10; ++i)
             deep += "/" + std::string(97, 'n');
         std::filesystem::create_directories(deep);
-        for (const char* name : {"libfoo.so", "d/libfoo.so", "d/libbar.so.1", "d/foo"})
-            file(name);
-        file(deep + "/lib.so");
-        file(deep + "/libfoo.so");
+        for (const std::string name : {"libfoo.so", "d/libfoo.so", "d/libbar.so.1", "d/foo", "/lib.so", "/libfoo.so"})
+            file(name[0] == '/' ? deep + name : name);
     }
 };
 
 void check(const char* what, const std::string& is, const std::string& expected) {
-    if (is == expected)
-        return;
-    std::fprintf(stderr, "%s: is \"%s\", not \"%s\"\n", what, is.c_str(), expected.c_str());
-    std::abort();
+    if (is != expected) {
+        std::fprintf(stderr, "%s: is \"%s\", not \"%s\"\n", what, is.c_str(), expected.c_str());
+        std::abort();
+    }
 }
 
 std::string taken(char* text) {
@@ -78,22 +76,20 @@ std::string findFile(const std::string& name, const std::string& path, const std
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Folder entered;
-    std::istringstream lines(std::string(reinterpret_cast<const char*>(data), size));
-    std::string fields[5];
-    for (std::string& field : fields)
-        std::getline(lines, field);
-    const std::string &name = fields[0], &path = fields[1], &prefix = fields[2], &suffix = fields[3];
-    const std::size_t resultSize = std::strtoul(fields[4].c_str(), nullptr, 10) % 8192;
+    std::istringstream row(std::string(reinterpret_cast<const char*>(data), size));
+    std::string name, path, prefix, suffix, bytes;
+    for (std::string* const field : {&name, &path, &prefix, &suffix, &bytes})
+        std::getline(row, *field, '\t');
+    const std::size_t resultSize = std::strtoul(bytes.c_str(), nullptr, 10) % 8192;
 
     const ZEL::RT::Library library(name, path);
-    std::string file = prefixed(name, "lib");
-    if (file.size() < 3 || file.substr(file.size() - 3) != ".so")
-        file += ".so";
+    const std::string stem = prefixed(name, "lib");
+    const std::string file = stem.size() < 3 || stem.substr(stem.size() - 3) != ".so" ? stem + ".so" : stem;
     check("class name", library.getName(), file);
     check("class file", library.getFile(), path.empty() ? file : found(file, path, SIZE_MAX, false));
 
-    for (std::string& field : fields) // as the flat functions see a text
-        field.resize(std::char_traits<char>::length(field.c_str()));
+    for (std::string* const field : {&name, &path, &prefix, &suffix}) // as the flat functions see a text
+        field->resize(std::char_traits<char>::length(field->c_str()));
     check("format", taken(vor_formatLibraryName(name.c_str(), prefix.c_str(), suffix.c_str())),
           (name.find('/') != std::string::npos ? name : prefixed(name, prefix)) +
               extended(name, suffix).substr(name.size())); // a dot in the prefix is none of the name's
