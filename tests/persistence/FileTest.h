@@ -11,7 +11,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <sstream>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -41,7 +40,7 @@ struct FileTest : ::testing::Test {
 
     template <class... T> static std::string listed(T... values) { return ((std::to_string(values) + " ") + ...); }
 
-    /// What an action returned or threw, errno (77 before), its calls, and the scopes with <what was reported in them>.
+    /// What an action returned or threw, errno (77 before), its calls, and the scopes with what was reported in them.
     template <class Action>
     std::string outcomeOf(const Action& action, const Faults& faults = {}, std::size_t longest = 99) const {
         FaultShim shim(faults);
@@ -53,19 +52,16 @@ struct FileTest : ::testing::Test {
         try {
             outcome = std::to_string(action());
         } catch (const ZEL::EXCEPTIONS::IOException& e) {
-            EXPECT_EQ(e.getSourceFile(), std::string("common/persistence/FileLock"));
+            EXPECT_STREQ(e.getSourceFile(), "common/persistence/FileLock");
             outcome = listed(e.getEntryCode()) + e.what() + ", " + e.getSourceFunction() + " " +
                       listed(e.getSourceLine()) + e.getFileName();
         }
         outcome += " " + listed(errno) + shim.calls();
-        std::istringstream lines(trace.text());
-        for (std::string line; std::getline(lines, line);) {
-            const auto scope = line.find("FileLockImpl::") + 14, end = line.find("()(): "), text = end + 6;
-            if (text > scope && line.substr(text) != "Leaving")
-                outcome += line.substr(text) == "Entering" ? line.substr(scope, end - scope) + " "
-                                                           : "<" + line.substr(text) + "> ";
-        }
-        return outcome;
+        std::string scopes = trace.scopes("FileLockImpl::");
+        for (const std::string frame : {"FileLockImpl::", "(){", "} "})
+            for (std::size_t at; (at = scopes.find(frame)) != std::string::npos;)
+                scopes.erase(at, frame.size());
+        return outcome + scopes;
     }
 
     /// Pairs of what happened and what should have.

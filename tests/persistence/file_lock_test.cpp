@@ -45,33 +45,33 @@ TEST_F(FileLock, TracesAndThrowsEachFailureWithItsReason) {
     const auto release = [&](Faults faults = {}) { return outcomeOf([&] { return lock.releaseLock(); }, faults); };
     check({
         {save(1, "x"),
-         "-1086 Could not open file for writing, saveContents 86  77 saveContents <File  not opened for write> "},
-        {outcomeOf([&] { return lock.getStats(stats); }), "0 77 getStats <File  not opened > "},
-        {outcomeOf([&] { return lock.getStats("none", stats); }), "0 2 getStats <Error -1 reading stats none> "},
-        {obtain("none", 0), "-1085 Could not open file for reading, obtainLock 58 none 2 open(0) obtainLock <Error 9 "
-                            "opening file none> <File does not exist. Skipping retries.> <Error 9 opening file none> "},
+         "-1086 Could not open file for writing, saveContents 86  77 saveContents File  not opened for write; "},
+        {outcomeOf([&] { return lock.getStats(stats); }), "0 77 getStats File  not opened ; "},
+        {outcomeOf([&] { return lock.getStats("none", stats); }), "0 2 getStats Error -1 reading stats none; "},
+        {obtain("none", 0), "-1085 Could not open file for reading, obtainLock 58 none 2 open(0) obtainLock Error 9 "
+                            "opening file none; File does not exist. Skipping retries.; Error 9 opening file none; "},
         {obtain("file", 1, {{"open", EACCES}}),
-         "-1086 Could not open file for writing, obtainLock 60 file 13 open(66) obtainLock <Error 8 opening file file> "
-         "<Access denied to file. Skipping retries.> <Error 8 opening file file> "},
-        {read(), "-1 77 readContents <File  not opened for read> untouched"},
+         "-1086 Could not open file for writing, obtainLock 60 file 13 open(66) obtainLock Error 8 opening file file; "
+         "Access denied to file. Skipping retries.; Error 8 opening file file; "},
+        {read(), "-1 77 readContents File  not opened for read; untouched"},
         {obtain("file", 5), "0 77 open(66) cloexec wrlock obtainLock "}, // all but 0 is for writing
         {obtain("file", 0), "0 77 obtainLock "},
         {obtain("second", 1), "-1100 File is already opened, obtainLock 64 second 77 obtainLock "},
         {obtain(nullptr, 1), "-1100 File is already opened, obtainLock 64  77 obtainLock "},
         {read({{"read", EIO}}), "-1010 Could not open file for read, readContents 115 file 5 end rewind read(5) "
-                                "readContents <Error 11 reading file file> untouched"},
+                                "readContents Error 11 reading file file; untouched"},
         {save(2, "a\r\nb"), "0 77 truncate(0) rewind write(4) sync saveContents "}, // all but 1 replaces
         {save(1, "\r\n\xff"), "0 77 end write(3) sync saveContents "},
         {read(), "5 77 end rewind read(7) readContents a\nb\n\xff"},
         {save(0, "x", {{"write", ENOSPC}}), "-1080 Could not write file, saveContents 98 file 28 truncate(0) rewind "
-                                            "write(1) saveContents <Error 12 trying to write file> "},
+                                            "write(1) saveContents Error 12 trying to write file; "},
         {release(), "0 77 unlock close releaseLock "},
         {release(), "0 77 releaseLock "},
         {obtain("second", 1), "0 77 open(66) cloexec wrlock obtainLock "},
         {obtain("file", 0), "-1100 File is already opened, obtainLock 64 file 77 obtainLock "},
     });
     if (!addressSanitizer) // which would call the handle that is given up a leak
-        check({{release({{"unlock", ENOLCK}}), "18 37 unlock releaseLock <Error 18 closing file second> "},
+        check({{release({{"unlock", ENOLCK}}), "18 37 unlock releaseLock Error 18 closing file second; "},
                {release(), "0 77 releaseLock "}});
 }
 
@@ -82,7 +82,7 @@ TEST_F(FileLock, GivesUpOnALockedFileAfter400AttemptsAnd300Sleeps) {
     naps = 0;
     EXPECT_EQ(outcomeOf(obtain), "-1086 Could not open file for writing, obtainLock 60 file 11 " +
                                      repeated(100, attempt + repeated(3, "sleep(500000000) " + attempt)) +
-                                     "FileLockImpl obtainLock " + repeated(101, "<Error 16 opening file file> "));
+                                     "FileLockImpl obtainLock " + repeated(101, "Error 16 opening file file; "));
     EXPECT_EQ(naps, 300);
     asAnother(F_UNLCK);
     EXPECT_EQ(outcomeOf(obtain, {{"wrlock", EAGAIN, 399}}).substr(0, 2), "0 ") << "the last attempt counts";

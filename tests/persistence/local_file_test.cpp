@@ -83,8 +83,8 @@ TEST_F(LocalFile, NoticesWhatOthersChangeAtTheCostOfTheseCallsAndScopes) {
         {at(1004, [&] { return getLocalFile("file")->isStale(); }), "0 77 isStale staleStats getStats ~LocalFileImpl "},
         {at(1004, size), "0 77 getFileSize getStats "},
         {at(1005, [&] { return ::unlink("file"), size(); }),
-         "100 2 getFileSize getStats <Error -1 reading stats file> "},
-        {at(1005, stale), "1 2 isStale staleStats getStats <Error -1 reading stats file> "},
+         "100 2 getFileSize getStats Error -1 reading stats file; "},
+        {at(1005, stale), "1 2 isStale staleStats getStats Error -1 reading stats file; "},
     });
     EXPECT_THROW(one->retrieve(), IOException);
 }
@@ -102,13 +102,11 @@ TEST_F(LocalFile, SwallowsFailuresOfReadingButNotOfWriting) {
     EXPECT_THROW(file->retrieve(Lock()), NullPointerException);
     EXPECT_THROW(file->isStale(Lock()), NullPointerException);
     EXPECT_THROW(file->update(Lock(), note), NullPointerException);
-
     bool exists = true;
     CapturedTrace(); // leaves an empty ring
     ZEL::TRACE::setTraceCallback(
         [](const char*, int) -> int { throw IOException("", "ZEL", -1, "", "", nullptr, -1, nullptr); });
-    EXPECT_EQ(file->getFileSize(exists), -1);
-    EXPECT_FALSE(exists);
+    EXPECT_TRUE(file->getFileSize(exists) == -1 && !exists);
     ZEL::TRACE::setTraceDefault();
 }
 
