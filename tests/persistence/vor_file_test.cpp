@@ -171,7 +171,6 @@ TEST_F(SafeFile, RefusesToReadMoreThanItCanCountOrHold) {
 
 // What the first successful open of a process decides holds for good. Death tests run first, in processes of their own.
 TEST_F(SafeFileDeathTest, TheEnvironmentOverridesLocksOnceForAll) {
-    const auto exitsWell = ::testing::ExitedWithCode(0);
     const auto decides = [&](const char* value, bool secure, const std::string& calls) {
         FaultShim shim({{"secure", 0, secure ? 1 : 0}});
         if (value != nullptr)
@@ -184,8 +183,8 @@ TEST_F(SafeFileDeathTest, TheEnvironmentOverridesLocksOnceForAll) {
         handle.reset();
         ::_exit(shim.calls() == calls && locked == (calls == "unlock close ") ? 0 : 1);
     };
-    EXPECT_EXIT(decides(nullptr, false, "unlock close "), exitsWell, "");
-    EXPECT_EXIT(decides("", false, "close "), exitsWell, "");
-    EXPECT_EXIT(decides("0", false, "close "), exitsWell, "");
-    EXPECT_EXIT(decides("1", true, "unlock close "), exitsWell, "");
+    const std::tuple<const char*, bool, const char*> rows[] = {
+        {nullptr, false, "unlock close "}, {"", false, "close "}, {"0", false, "close "}, {"1", true, "unlock close "}};
+    for (const auto& row : rows)
+        EXPECT_EXIT(std::apply(decides, row), ::testing::ExitedWithCode(0), "") << &row - rows;
 }
