@@ -191,16 +191,17 @@ TEST_F(TraceWriter, LinesOfThreadsAreWhole) {
     const CapturedTrace trace;
     const std::string text(50, 'y');
     const auto work = [&] {
-        for (int i = 0; i < 400; ++i)
+        for (int i = 0; i < 20000; ++i)
             Tracer().write(text, 0);
     };
     std::thread other(work);
     work();
     other.join();
-    std::string expected;
-    for (int i = 0; i < 800; ++i)
-        expected += ": " + text + "\n";
-    EXPECT_EQ(trace.text(), expected);
+    std::istringstream lines(trace.text());
+    int count = 0;
+    for (std::string line; std::getline(lines, line); ++count)
+        ASSERT_EQ(line, ": " + text);
+    EXPECT_EQ(count, 40000);
 }
 
 TEST_F(TraceWriter, CancellationDoesNotCutALine) {
@@ -214,7 +215,7 @@ TEST_F(TraceWriter, CancellationDoesNotCutALine) {
             ::pthread_testcancel();
         }
     };
-    for (int i = 0; i < 30; ++i) {
+    for (int i = 0; i < 100; ++i) {
         ZEL::Semaphore running(0, 0);
         ZEL::RT::Thread thread(traceOn, &running);
         ASSERT_EQ(thread.start(), 0);
@@ -259,7 +260,6 @@ TEST_F(TraceWriter, TracesFromFirstToLast) {
 
 TEST(Queue, TurnsWithoutLosingOrder) {
     ZEL::Queue<int> queue;
-    EXPECT_TRUE(queue.empty());
     for (const int i : {1, 2, 3})
         queue.push(i);
     queue.turn();
