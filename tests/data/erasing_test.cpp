@@ -34,10 +34,9 @@ struct Allocator {
 } allocator;
 
 struct Erasing : testing::Test {
-    void TearDown() override { allocator = {}; }
+    ~Erasing() override { allocator = {}; }
+    static void watch(int spared = -1) { allocator = {true, spared}; }
 };
-
-void watch(int spared = -1) { allocator = {true, spared}; }
 
 [[maybe_unused]] bool mayAllocate(std::uint64_t size) {
     const bool refused = allocator.watching && (size >= allocator.refusedFrom || allocator.spared-- == 0);
@@ -101,9 +100,8 @@ TEST_F(Erasing, FlatArraysSetAtRandom) {
 }
 
 TEST_F(Erasing, ObjectsAlsoWhenMemoryRunsOut) {
-    int spared = 0;
-    do {
-        watch(spared++);
+    for (int spared = 0; spared == 0 || allocator.failed != 0; ++spared) {
+        watch(spared);
         try {
             const auto array = createByteArray(secretText);
             ByteArrayImpl copy(static_cast<const ByteArrayImpl&>(*array));
@@ -115,8 +113,7 @@ TEST_F(Erasing, ObjectsAlsoWhenMemoryRunsOut) {
         } catch (const std::bad_alloc&) {
         }
         EXPECT_TRUE(allocator.isClean()) << spared;
-    } while (allocator.failed != 0);
-
+    }
     watch();
     createByteArray(secretText)->toString();
     EXPECT_EQ(allocator.exposed, sanitized ? 0 : 1) << "the allocator sees secrets";

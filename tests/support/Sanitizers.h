@@ -2,16 +2,12 @@
 #ifndef ZEL_TESTS_SUPPORT_SANITIZERS_H
 #define ZEL_TESTS_SUPPORT_SANITIZERS_H
 
-#ifdef __SANITIZE_THREAD__
-constexpr bool threadSanitizer = true;
+#if defined(__SANITIZE_THREAD__)
+constexpr bool threadSanitizer = true, addressSanitizer = false;
+#elif defined(__SANITIZE_ADDRESS__)
+constexpr bool threadSanitizer = false, addressSanitizer = true;
 #else
-constexpr bool threadSanitizer = false;
-#endif
-
-#ifdef __SANITIZE_ADDRESS__
-constexpr bool addressSanitizer = true;
-#else
-constexpr bool addressSanitizer = false;
+constexpr bool threadSanitizer = false, addressSanitizer = false;
 #endif
 
 #endif

@@ -1,5 +1,4 @@
-/// @file
-/// A place for the files of one test.
+// A place for the files of one test.
 #ifndef ZEL_TESTS_SUPPORT_TEMPORARYDIRECTORY_H
 #define ZEL_TESTS_SUPPORT_TEMPORARYDIRECTORY_H
 
@@ -10,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-/// A new directory, removed with its contents at the end of the scope.
+// A new directory, removed with its contents at the end of the scope.
 class TemporaryDirectory {
 public:
     TemporaryDirectory() : name_((std::filesystem::temp_directory_path() / "zel-test-XXXXXX").string()) {
@@ -22,11 +21,10 @@ public:
         std::filesystem::remove_all(name_, ignored);
     }
     TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
     std::string path(const std::string& name) const { return name_ + "/" + name; }
 
-    /// Makes or replaces a file and returns its path.
+    // Makes or replaces a file and returns its path.
     std::string file(const std::string& name, const std::string& contents = "") const {
         std::ofstream(path(name), std::ios::binary) << contents;
         return path(name);

@@ -24,8 +24,7 @@ TEST(Urn, Examples) {
     EXPECT_EQ(UrnUtils::ToURN("f", "h", "p"), "f://h/p");
     EXPECT_EQ(parts("f://h/pqrstu"), (Parts{"f", "h/pqr", "pqrstu", "", ""}));
     EXPECT_EQ(parts("h/a?q#f"), (Parts{"", "h", "a?q", "f", "?q#f"})); // the fragment ends the path, not the query
-    EXPECT_TRUE(UrnUtils::Matches("f://h/a", "f://other/ab#x?y"));
-    EXPECT_FALSE(UrnUtils::Matches("f://other/ab", "f://h/a"));
+    EXPECT_TRUE(UrnUtils::Matches("f://h/a", "f://o/ab#x?y") && !UrnUtils::Matches("f://o/ab", "f://h/a"));
 }
 
 // The operations step by step, in the words in which they are described.
@@ -46,8 +45,8 @@ TEST(Urn, GeneratedNamesGiveWhatTheStepsGive) {
     for (int round = 0; round < 50000; ++round) {
         const std::string name = generated(9);
         ASSERT_EQ(parts(name), plainParts(name)) << name;
-        const std::string pattern =
-            round % 2 == 0 ? generated(4) : name.substr(0, generated.random() % (name.size() + 1));
+        const std::string start = name.substr(0, generated.random() % (name.size() + 1));
+        const std::string pattern = round % 2 == 0 ? generated(4) : start;
         const Parts wanted = plainParts(pattern), present = plainParts(name);
         const bool matches = (wanted[0].empty() || wanted[0] == present[0]) && present[2].find(wanted[2]) == 0 &&
                              (wanted[3].empty() || wanted[3] == present[3]);

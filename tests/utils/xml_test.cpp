@@ -83,7 +83,7 @@ TEST(Xml, GeneratedTextsGiveWhatThePlainSearchesGive) {
 }
 
 TEST(Xml, NoStretchIsSearchedAgainAndAgain) {
-    const auto many = [](const char* text) {
+    const auto many = [](const std::string& text) {
         std::string result;
         while (result.size() < 200000)
             result += text;
