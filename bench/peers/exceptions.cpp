@@ -1,7 +1,9 @@
 #include "bench.h"
 #include "inputs.h"
 
+#include <ctime>
 #include <exception>
+#include <string>
 
 #include <Poco/Exception.h>
 #include <boost/exception/all.hpp>
@@ -18,14 +20,19 @@ void throwPoco() {
     }
 }
 
+// With the facts that an exception of the library has beyond its class and place.
 struct Failure : virtual boost::exception, virtual std::exception {};
+using Catalogue = boost::error_info<struct CatalogueTag, std::string>;
 using EntryCode = boost::error_info<struct EntryCodeTag, int>;
-using Message = boost::error_info<struct MessageTag, const char*>;
+using EntryName = boost::error_info<struct EntryNameTag, std::string>;
+using Message = boost::error_info<struct MessageTag, std::string>;
+using Time = boost::error_info<struct TimeTag, std::time_t>;
 
 void throwBoost() {
     try {
-        BOOST_THROW_EXCEPTION(Failure() << boost::errinfo_file_name(inputs::fileName) << EntryCode(inputs::code)
-                                        << Message(inputs::message));
+        BOOST_THROW_EXCEPTION(Failure() << boost::errinfo_file_name(inputs::fileName) << Catalogue("ZEL")
+                                        << EntryCode(inputs::code) << EntryName("code") << Message(inputs::message)
+                                        << Time(std::time(nullptr)));
     } catch (const Failure& e) {
         keep(e);
     }
