@@ -1,6 +1,6 @@
 // Both forms are written and read in two ways. A subclass is asked property by property through its virtual functions,
 // over copies of what it might change meanwhile. The class itself has nobody to ask: it walks the map and the text
-// directly, in views, so that a store of any size costs one allocation to write and a node with its texts to read.
+// directly, in views, so that a store of any size costs two allocations to write and a node with its texts to read.
 #include "zel/utils/PropertiesImpl.h"
 
 #include "zel/exceptions/InvalidArgumentException.h"
@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <string_view>
 #include <typeinfo>
+#include <vector>
 
 namespace ZEL::RT {
 
@@ -41,21 +42,28 @@ void checkName(std::string_view name, const Failure& failure) {
         EXCEPTIONS::raise<EXCEPTIONS::InvalidArgumentException>(source, failure);
 }
 
+// A map is walked once, since each step waits for the one before: the properties are listed on the way to the size, and
+// written from the list.
 template <const Frame& frame, class Map>
 std::string store(const Map& properties, std::string_view head, std::string_view tail) {
+    std::vector<const typename Map::value_type*> list;
+    list.reserve(properties.size());
     std::size_t size = head.size() + tail.size();
-    for (const auto& [name, value] : properties)
-        size += frame.head.size() + name.size() + frame.middle.size() + value.size() + frame.tail.size();
+    for (const auto& property : properties) {
+        list.push_back(&property);
+        size += frame.head.size() + property.first.size() + frame.middle.size() + property.second.size() +
+                frame.tail.size();
+    }
 
     std::string text(size, '\0');
     char* at = text.data();
     const auto write = [&at](std::string_view piece) { at += piece.copy(at, piece.size()); };
     write(head);
-    for (const auto& [name, value] : properties) {
+    for (const auto* const property : list) {
         write(frame.head);
-        write(name);
+        write(property->first);
         write(frame.middle);
-        write(value);
+        write(property->second);
         write(frame.tail);
     }
     write(tail);
