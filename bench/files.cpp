@@ -80,13 +80,13 @@ std::size_t dropByLibrary(std::string& text) {
 }
 
 std::size_t dropByByte(std::string& text) {
-    char* const bytes = text.data();
-    const std::size_t size = text.size();
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < size; ++i)
-        if (bytes[i] != '\r' || i + 1 == size || bytes[i + 1] != '\n')
-            bytes[kept++] = bytes[i];
-    return kept;
+    const char* from = text.data();
+    const char* const end = from + text.size();
+    char* kept = text.data();
+    for (; from != end; ++from)
+        if (*from != '\r' || from + 1 == end || from[1] != '\n')
+            *kept++ = *from;
+    return static_cast<std::size_t>(kept - text.data());
 }
 
 // Looks for each carriage return and leaves it.
