@@ -26,11 +26,11 @@ void* postAndRun(void* semaphore) {
 
 // A thread that runs its routine from the end of the constructor on.
 struct Running : Semaphore, Thread {
-    explicit Running(void* (*routine)(void*) = postAndRun) : Semaphore(0, 0), Thread(routine, posted()) {
+    explicit Running(void* (*routine)(void*) = postAndRun)
+        : Semaphore(0, 0), Thread(routine, static_cast<Semaphore*>(this)) {
         EXPECT_EQ(start(), 0);
         acquire(0);
     }
-    Semaphore* posted() { return this; }
 };
 
 TEST(FlatThread, NullsHaveTheirOwnCodes) {
