@@ -11,7 +11,8 @@
 
 namespace bench {
 
-/// Does the work of a row so many times. Runs once unmeasured, which is when its inputs are made.
+/// Does the work of a row so many times. Those of all rows are called with 0 first, which is when inputs are made, so
+/// that what stays lies together in memory, apart from what comes and goes.
 using Body = std::function<void(std::size_t times)>;
 
 /// What was measured of one body: nanoseconds for one time, from each repetition.
@@ -73,7 +74,10 @@ struct Task {
 /// Measures all tasks in one random order of all their repetitions.
 void measure(const std::vector<Task>& tasks, int repetitions);
 
-/// The time that a body takes for so many times.
+/// Puts the free pieces of the heap together, so that nobody has to allocate from what others left in pieces.
+void settleHeap();
+
+/// The time that a body takes for so many times, on a settled heap.
 double nanoseconds(const Body& body, std::size_t times);
 
 /// A body out of what is to be done once.
@@ -81,6 +85,15 @@ template <class Once> Body each(Once once) {
     return [once](std::size_t times) {
         for (; times != 0; --times)
             once();
+    };
+}
+
+/// The same for what is to be done with an input, which \p make gives by reference.
+template <class Make, class Once> Body each(Make make, Once once) {
+    return [make, once](std::size_t times) {
+        const auto& input = make();
+        for (; times != 0; --times)
+            once(input);
     };
 }
 

@@ -43,6 +43,7 @@ void measure(const std::vector<Task>& tasks, int repetitions) {
     for (const Task& task : tasks)
         benchmark::RegisterBenchmark(task.name.c_str(),
                                      [&task](benchmark::State& state) {
+                                         settleHeap();
                                          while (state.KeepRunningBatch(state.max_iterations))
                                              (*task.body)(task.times);
                                      })

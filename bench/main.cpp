@@ -227,10 +227,10 @@ int run(const Options& options) {
         std::cerr << "bench: no row has such a name\n";
         return 2;
     }
-    for (Task& task : tasks) {
-        (*task.body)(1);
+    for (const Task& task : tasks)
+        (*task.body)(0);
+    for (Task& task : tasks)
         task.times = calibrate(*task.body, options.seconds * 1e9);
-    }
     measure(tasks, options.repetitions);
 
     const int missed = printTable(rows);
@@ -291,8 +291,16 @@ Rows::Rows(void (*add)()) { rowAdders().push_back(add); }
 
 Peers::Peers(void (*add)()) { peerAdders().push_back(add); }
 
+// The C library does so before it looks for a block that is not small.
+void settleHeap() {
+    void* const block = std::malloc(64 << 10);
+    keep(block);
+    std::free(block);
+}
+
 double nanoseconds(const Body& body, std::size_t times) {
     using Clock = std::chrono::steady_clock;
+    settleHeap();
     const Clock::time_point start = Clock::now();
     body(times);
     return std::chrono::duration<double, std::nano>(Clock::now() - start).count();

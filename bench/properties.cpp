@@ -16,11 +16,13 @@ using ZEL::RT::PropertiesImpl;
 using Form = const std::string& (*)(std::size_t count);
 
 Body load(Form form, std::size_t count) {
-    return each([form, count] {
-        PropertiesImpl store;
-        store.unmarshal(form(count));
-        keep(store);
-    });
+    return each(
+        [ form, count ]() -> auto& { return form(count); },
+        [](const std::string& text) {
+            PropertiesImpl store;
+            store.unmarshal(text);
+            keep(store);
+        });
 }
 
 // A store of that size; made at first use and kept.
@@ -33,35 +35,48 @@ const PropertiesImpl& filled(std::size_t count) {
 }
 
 Body storeText(std::size_t count) {
-    return each([count] { keep(filled(count).storeAsText()); });
+    return each(
+        [count]() -> auto& { return filled(count); }, [](const PropertiesImpl& store) { keep(store.storeAsText()); });
 }
 
 Body storeXml(std::size_t count) {
-    return each([count] { keep(filled(count).storeAsXML()); });
+    return each(
+        [count]() -> auto& { return filled(count); }, [](const PropertiesImpl& store) { keep(store.storeAsXML()); });
 }
 
-// A map of properties whose names and values have been found already, in order.
+using Found = std::vector<std::pair<std::string_view, std::string_view>>;
+
+// Where the names and values of so many properties are; made at first use and kept.
+const Found& found(std::size_t count) {
+    static std::map<std::size_t, Found> founds;
+    Found& properties = founds[count];
+    if (properties.empty())
+        properties.assign(inputs::properties(count).begin(), inputs::properties(count).end());
+    return properties;
+}
+
+// A map of properties that have been found already, in order.
 Body buildMap(std::size_t count) {
-    return each([count] {
-        static std::map<std::size_t, std::vector<std::pair<std::string_view, std::string_view>>> found;
-        auto& properties = found[count];
-        if (properties.empty())
-            properties.assign(inputs::properties(count).begin(), inputs::properties(count).end());
-        Map map;
-        for (const auto& [name, value] : properties)
-            map.emplace_hint(map.end(), name, value);
-        keep(map);
-    });
+    return each(
+        [count]() -> auto& { return found(count); },
+        [](const Found& properties) {
+            Map map;
+            for (const auto& [name, value] : properties)
+                map.emplace_hint(map.end(), name, value);
+            keep(map);
+        });
 }
 
-// The store's properties one after the other into a text that grows.
+// The properties of a map one after the other into a text that grows.
 Body append(std::size_t count, std::string_view head, std::string_view middle, std::string_view tail) {
-    return each([=] {
-        std::string text;
-        for (const auto& [name, value] : inputs::properties(count))
-            text.append(head).append(name).append(middle).append(value).append(tail);
-        keep(text);
-    });
+    return each(
+        [count]() -> auto& { return inputs::properties(count); },
+        [=](const Map& properties) {
+            std::string text;
+            for (const auto& [name, value] : properties)
+                text.append(head).append(name).append(middle).append(value).append(tail);
+            keep(text);
+        });
 }
 
 const Rows rows([] {
