@@ -9,9 +9,9 @@
 
 namespace ZEL {
 
-/// Blocks above this size the C library maps afresh, each time: they come as zeros at no cost, and what nobody writes
-/// to never becomes memory. Smaller ones it would have to clear, most of them in vain.
-constexpr std::size_t largestUncleared = sizeof(void*) == 8 ? 32 << 20 : 512 << 10;
+/// Blocks above this size the C library maps afresh, unless it happens to have one: they come as zeros at no cost, and
+/// what nobody writes to never becomes memory. Smaller ones it would have to clear, most of them in vain.
+constexpr std::size_t largestUncleared = 32 << 20;
 
 /// Memory for a block of that size, to be released with free; null if there is none. What it holds is open until
 /// clearBehind() is called.
