@@ -47,7 +47,7 @@ TraceRecord::TraceRecord(const TraceParts& parts) { assign(parts); }
 // record has, as long as that is of a size that suits.
 void TraceRecord::assign(const TraceParts& parts) {
     const std::size_t size = parts.head.size() + parts.tail.size();
-    if (size > text_.capacity() || text_.capacity() > storageKept)
+    if (size > text_.capacity() || (size <= storageKept && text_.capacity() > storageKept))
         fit(size);
     if (parts.tail.empty()) {
         text_.assign(parts.head);
