@@ -7,6 +7,7 @@
 
 #include "exceptions/Failure.h"
 #include "threads/CancellationShield.h"
+#include "tracer/TraceScope.h"
 
 #include <cinttypes>
 #include <cstddef>
@@ -112,10 +113,10 @@ bool DynamicLibraryImpl::unload() {
 }
 
 void* DynamicLibraryImpl::getSymbol(const std::string& name) const {
-    Tracer trace("DynamicLibraryImpl::getSymbol", true);
+    TraceScope trace("DynamicLibraryImpl::getSymbol");
     void* const address = vor_loadSymbol(handle_, name.c_str());
-    trace.printf("Loaded method %s from library %s at 0x%" PRIxPTR, name.c_str(), library_.name_.c_str(),
-                 number(address));
+    trace.leave("Loaded method %s from library %s at 0x%" PRIxPTR, name.c_str(), library_.name_.c_str(),
+                number(address));
     return address;
 }
 

@@ -18,12 +18,14 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdarg>
 #include <cstddef>
 #include <ctime>
 #include <fstream>
 #include <memory>
 #include <new>
 #include <ostream>
+#include <utility>
 
 #include <pthread.h>
 
@@ -335,10 +337,12 @@ void TraceWriter::keepNames() {
 
 namespace {
 
-// As a tracer does: after a failure only the last record is written, and none if it was the first that failed.
-template <class Write>
-void writeEach(const TraceParts& frame, std::initializer_list<TraceScope::Text> texts, Write write) {
-    TraceParts record = frame;
+TraceParts stamped(const char* function, std::string_view head = {}) {
+    return {function, nullptr, 0, head, {}, std::time(nullptr), static_cast<int>(vor_getThreadId())};
+}
+
+// As a tracer does: after a failure only the last record is written.
+template <class Write> void writeToEnd(TraceParts& record, std::initializer_list<TraceScope::Text> texts, Write write) {
     const auto put = [&](std::string_view head, std::string_view tail) {
         record.head = head;
         record.tail = tail.substr(0, formattedSize - 1 - head.size());
@@ -351,7 +355,6 @@ void writeEach(const TraceParts& frame, std::initializer_list<TraceScope::Text> 
             // Nobody is told of what fails on leaving.
         }
     };
-    put("Entering", {});
     try {
         for (const TraceScope::Text& text : texts)
             put(text.head, text.tail);
@@ -364,26 +367,51 @@ void writeEach(const TraceParts& frame, std::initializer_list<TraceScope::Text> 
 
 } // namespace
 
+TraceScope::TraceScope(const char* function) : function_(function) {
+    TraceWriter::write(stamped(function, "Entering"));
+}
+
+TraceScope::~TraceScope() {
+    if (function_ == nullptr)
+        return;
+    try {
+        TraceWriter::write(stamped(function_, "Leaving"));
+    } catch (...) {
+        // Nobody can be told from here.
+    }
+}
+
+void TraceScope::leave(const char* format, ...) {
+    char text[formattedSize];
+    va_list arguments;
+    va_start(arguments, format);
+    const std::string_view message = formatTrace(text, sizeof text, format, arguments);
+    va_end(arguments);
+    TraceParts record = stamped(std::exchange(function_, nullptr));
+    together([&](auto write) { writeToEnd(record, {{message, {}}}, write); });
+}
+
 void TraceScope::write(const char* function, std::initializer_list<Text> texts) {
+    TraceParts record = stamped(function, "Entering");
+    together([&](auto write) {
+        write(record);
+        writeToEnd(record, texts, write);
+    });
+}
+
+// Under one lock if the destination is memory, which it stays as long as the lock is held. Hands over what writes a
+// record.
+template <class Records> void TraceScope::together(Records records) {
     TraceWriter* writer = TraceWriter::getInstance();
     if (writer == nullptr || inside)
         return;
-    const TraceParts frame{function, nullptr, 0, {}, {}, std::time(nullptr), static_cast<int>(vor_getThreadId())};
-    if (!keep(*writer, frame, texts))
-        writeEach(frame, texts, [writer](const TraceParts& record) { writer->route(record); });
-}
-
-// Whether the destination is memory, which it stays as long as its lock is held.
-bool TraceScope::keep(TraceWriter& writer, const TraceParts& frame, std::initializer_list<Text> texts) {
-    if (writer.kind_.load(std::memory_order_relaxed) != toMemory)
-        return false;
-    const Inside scope;
-    const Hold buffer(writer.bufferMutex_);
-    if (writer.kind_ != toMemory)
-        return false;
-    const auto keep = [&](const TraceParts& record) ZEL_NO_THREAD_SAFETY_ANALYSIS { writer.keep(record); };
-    writeEach(frame, texts, keep); // which does not know of the lock
-    return true;
+    if (writer->kind_.load(std::memory_order_relaxed) == toMemory) {
+        const Inside scope;
+        const Hold buffer(writer->bufferMutex_);
+        if (writer->kind_ == toMemory)
+            return records([writer](const TraceParts& record) ZEL_NO_THREAD_SAFETY_ANALYSIS { writer->keep(record); });
+    }
+    records([writer](const TraceParts& record) { writer->route(record); });
 }
 
 // A thread that unloads while it is printing may hold the output mutex alone, and must not wait for the buffer mutex
