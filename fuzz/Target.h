@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,13 @@ template <std::size_t count> std::array<std::string, count> fields(const std::ui
     return result;
 }
 
+// With the letters from 'A' on small, or those from 'a' on as capitals.
+inline std::string recased(std::string text, char first) {
+    for (char& c : text)
+        c = c >= first && c < first + 26 ? static_cast<char>(c ^ ' ') : c;
+    return text;
+}
+
 inline void print(const std::string& text) {
     std::fputs(" \"", stderr);
     std::fwrite(text.data(), 1, text.size(), stderr);
@@ -32,6 +40,14 @@ inline void print(const std::string& text) {
 
 inline void print(const Texts& texts) {
     std::for_each(texts.begin(), texts.end(), [](auto& text) { print(text); });
+}
+
+template <class Value> void print(const Value& value) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(17);
+    text << value;
+    print(text.str());
 }
 
 template <class T> void check(const char* what, const T& is, const T& expected) {
