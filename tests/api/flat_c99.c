@@ -18,15 +18,13 @@ static void values(void) {
     VOR_ByteArray array, copy, borrowed = {0, NULL};
 
     CHECK(vor_initializeByteArrayFromString(&array, "abc") + vor_initializeByteArrayFromString(&copy, NULL) == 0);
-    CHECK(copy.data == NULL && vor_containsByteArray(&copy) == 0 && vor_copyByteArray(&copy, &array) == 0);
-    CHECK(vor_containsByteArray(&copy) == 1 && copy.size == 3 && memcmp(copy.data, "abc", 4) == 0);
+    CHECK(copy.data == NULL && vor_copyByteArray(&copy, &array) == 0 && vor_containsByteArray(&copy) == 1);
+    CHECK(copy.size == 3 && memcmp(copy.data, "abc", 4) == 0 && vor_setByteArrayFromString(&array, NULL) == 0);
     vor_shredByteArray(&copy);
-    CHECK(copy.size == 3 && memcmp(copy.data, "\0\0\0", 4) == 0);
-    CHECK(vor_setByteArrayFromString(&copy, "xy") == 0 && copy.size == 2 && memcmp(copy.data, "xy\0", 4) == 0);
+    CHECK(copy.size == 3 && memcmp(copy.data, "\0\0\0", 4) == 0 && array.data == NULL);
     vor_clearByteArray(&copy);
-    CHECK(copy.size == 0 && copy.data == NULL && vor_setByteArrayFromString(&array, NULL) == 0 && array.data == NULL);
     borrowed.data = block;
-    CHECK(vor_containsByteArray(&borrowed) == 0);
+    CHECK(copy.size == 0 && vor_containsByteArray(&borrowed) == 0);
     borrowed.size = 2;
     CHECK(vor_setByteArray(&borrowed, 2, block + 3) == 0 && memcmp(block, "cd\0cd", 6) == 0); /* a neighbour's bytes */
 
@@ -81,13 +79,9 @@ static void texts(void) {
     CHECK(vor_safeToLower(NULL, 1) == NULL && vor_safeToLower("A", SIZE_MAX) == NULL && vor_safeFreeBuffer(NULL) == 1);
     CHECK(vor_safeCharReplace(list, '.', '/') == 2 && vor_safeCharReplace(NULL, 'a', 'b') == 0);
     CHECK(vor_safeStrtok(NULL, "/", &state) == NULL && is(vor_safeStrtok(list, "/", &state), "a"));
-    CHECK(is(vor_safeStrtok(NULL, "/", &state), "b") && vor_safeStrtok(list, NULL, &state) == NULL);
-    CHECK(vor_safeStrtok(list, "/", NULL) == NULL);
-    CHECK(vor_safeStrcmp("a", "b") < 0 && vor_safeStrcmp(NULL, NULL) == 0);
-    CHECK(vor_safeStrncmp("ab", "ac", 1) == 0 && vor_safeStrncmp(NULL, "", 1) < 0);
-    CHECK(vor_safeStrcasecmp("AB", "ab") == 0 && vor_safeStrcasecmp("", NULL) > 0);
-    CHECK(vor_safeStrncasecmp("ABx", "aby", 2) == 0 && vor_safeStrncasecmp(NULL, "", 0) < 0);
-    CHECK(is(vor_safeStrstr("ab", "b"), "b") && !vor_safeStrstr("a", NULL) && !vor_safeStrstr(NULL, ""));
+    CHECK(vor_safeStrtok(list, NULL, &state) == NULL && vor_safeStrtok(list, "/", NULL) == NULL);
+    CHECK(vor_safeStrcmp(NULL, NULL) == 0 && vor_safeStrncmp(NULL, "", 1) < 0 && vor_safeStrcasecmp("", NULL) > 0);
+    CHECK(vor_safeStrncasecmp(NULL, "", 0) < 0 && !vor_safeStrstr("a", NULL) && !vor_safeStrstr(NULL, ""));
 }
 
 static void environment(void) {
