@@ -7,6 +7,7 @@
 
 #include "support/CapturedTrace.h"
 #include "support/FaultShim.h"
+#include "support/Sanitizers.h"
 #include "support/TemporaryDirectory.h"
 
 #include <cerrno>

@@ -7,11 +7,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+#include <new>
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/auxv.h>
+#include <sys/stat.h>
 #include <sys/time.h>
 #include <time.h>
 #include <unistd.h>
@@ -32,12 +36,16 @@ bool isDue(const char* name) {
 }
 
 template <class... N> bool fails(const char* name, N... argument) {
-    if (current != nullptr)
-        current->noted += (std::string(name) + ... + ("(" + std::to_string(argument) + ")")) + " ";
+    if (FaultShim* const shim = std::exchange(current, nullptr)) { // the notes' own memory does not fail
+        shim->noted += (std::string(name) + ... + ("(" + std::to_string(argument) + ")")) + " ";
+        current = shim;
+    }
     return isDue(name);
 }
 
-std::size_t atMost(std::size_t size) { return current != nullptr ? std::min(size, current->longest) : size; }
+std::size_t atMost(std::size_t size, const char* cut) {
+    return current == nullptr ? size : std::min(isDue(cut) ? size / 2 : size, current->longest);
+}
 
 time_t now() {
     struct timespec time = {};
@@ -52,6 +60,8 @@ template <class Call> Call* real(Call*, const char* name) { return reinterpret_c
 
 FaultShim::FaultShim(const std::vector<Fault>& planned) : faults(planned) { current = this; }
 FaultShim::~FaultShim() { current = nullptr; }
+
+std::atomic<long> FaultShim::blocks{0};
 
 extern "C" {
 
@@ -80,10 +90,12 @@ int fcntl(int file, int command, ...) {
     return real(fcntl, sizeof(long) == 4 ? "__fcntl_time64" : "fcntl64")(file, command, argument);
 }
 
-ssize_t read(int file, void* to, size_t n) { return fails("read", n) ? -1 : real(read, "read")(file, to, atMost(n)); }
+ssize_t read(int file, void* to, size_t n) {
+    return fails("read", n) ? -1 : real(read, "read")(file, to, atMost(n, "short read"));
+}
 
 ssize_t write(int file, const void* from, size_t n) {
-    return fails("write", n) ? -1 : real(write, "write")(file, from, atMost(n));
+    return fails("write", n) ? -1 : real(write, "write")(file, from, atMost(n, "short write"));
 }
 
 off_t lseek(int file, off_t to, int whence) noexcept {
@@ -95,13 +107,24 @@ int ftruncate(int file, off_t n) noexcept {
     return fails("truncate", n) ? -1 : real(ftruncate, "ftruncate64")(file, n);
 }
 
-int fsync(int file) { return fails("sync") ? -1 : real(fsync, "fsync")(file); }
+// Nobody waits for the disk either.
+int fsync(int) { return fails("sync") ? -1 : 0; }
 
 int close(int file) {
     const bool failed = fails("close");
     const int result = failed && errno != EINTR ? -1 : real(close, "close")(file);
     return failed ? -1 : result;
 }
+
+int stat(const char* path, struct stat* out) noexcept {
+    return isDue("stat") ? -1 : real(stat, sizeof(long) == 4 ? "__stat64_time64" : "stat64")(path, out);
+}
+
+int fstat(int file, struct stat* out) noexcept {
+    return isDue("fstat") ? -1 : real(fstat, sizeof(long) == 4 ? "__fstat64_time64" : "fstat64")(file, out);
+}
+
+int chmod(const char* path, mode_t mode) noexcept { return isDue("chmod") ? -1 : real(chmod, "chmod")(path, mode); }
 
 // Apart from the call that is cancelled: the address sanitizer does not clear a frame with objects that is unwound so.
 [[gnu::noinline]] static int sleepAtOnce(const struct timespec* time, struct timespec* left) {
@@ -124,10 +147,74 @@ unsigned long getauxval(unsigned long type) noexcept {
     return type == AT_SECURE && isDue("secure") ? 1 : real(getauxval, "getauxval")(type);
 }
 
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-void* __libc_malloc(size_t size);
-void* __libc_calloc(size_t count, size_t size);
-void* malloc(size_t size) noexcept { return isDue("malloc") ? nullptr : __libc_malloc(size); }
-void* calloc(size_t count, size_t size) noexcept { return isDue("calloc") ? nullptr : __libc_calloc(count, size); }
-#endif
+// As a whole: what the loader does when its own memory runs out is its business.
+void* dlopen(const char* file, int mode) noexcept {
+    if (isDue("memory"))
+        return nullptr;
+    FaultShim* const shim = std::exchange(current, nullptr);
+    void* const handle = real(dlopen, "dlopen")(file, mode);
+    current = shim;
+    return handle;
 }
+
+[[gnu::weak]] void* __interceptor_malloc(size_t size) noexcept;
+[[gnu::weak]] void* __interceptor_calloc(size_t count, size_t size) noexcept;
+[[gnu::weak]] void* __interceptor_realloc(void* block, size_t size) noexcept;
+[[gnu::weak]] void __interceptor_free(void* block) noexcept;
+void* __libc_malloc(size_t size) noexcept;
+void* __libc_calloc(size_t count, size_t size) noexcept;
+void* __libc_realloc(void* block, size_t size) noexcept;
+void __libc_free(void* block) noexcept;
+
+// A sanitizer's allocator where there is one. This source is never instrumented itself: it runs ahead of everything.
+#define REAL(name) (__interceptor_##name != nullptr ? __interceptor_##name : __libc_##name)
+
+static bool isRefused(const char* name) { return isDue(name) || isDue("memory"); }
+
+// The last call of each is a jump, so that a search for leaks takes their callers for the allocator's: it knows the
+// loader's memory by that.
+void* malloc(size_t size) noexcept {
+    if (isRefused("malloc"))
+        return nullptr;
+    ++FaultShim::blocks;
+    return REAL(malloc)(size);
+}
+
+void* calloc(size_t count, size_t size) noexcept {
+    if (isRefused("calloc"))
+        return nullptr;
+    ++FaultShim::blocks;
+    return REAL(calloc)(count, size);
+}
+
+void* realloc(void* block, size_t size) noexcept {
+    if (isRefused("realloc"))
+        return nullptr;
+    FaultShim::blocks += block == nullptr;
+    return REAL(realloc)(block, size);
+}
+
+void free(void* block) noexcept {
+    FaultShim::blocks -= block != nullptr;
+    REAL(free)(block);
+}
+
+char* strdup(const char* text) noexcept {
+    const std::size_t size = std::strlen(text) + 1;
+    void* const copy = ::malloc(size);
+    return copy != nullptr ? static_cast<char*>(std::memcpy(copy, text, size)) : nullptr;
+}
+}
+
+// Inlined, a compiler would take them for pairs of functions that do not match.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    if (void* const block = std::malloc(size))
+        return block;
+    throw std::bad_alloc();
+}
+
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete[](void* block) noexcept { operator delete(block); }
+void operator delete[](void* block, std::size_t) noexcept { operator delete(block); }

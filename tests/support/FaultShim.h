@@ -1,9 +1,8 @@
-// System calls that fail on demand, and a list of those that were made.
+// System calls and allocations that fail on demand, and a list of the calls that were made.
 #ifndef ZEL_TESTS_SUPPORT_FAULTSHIM_H
 #define ZEL_TESTS_SUPPORT_FAULTSHIM_H
 
-#include "support/Sanitizers.h"
-
+#include <atomic>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,7 +13,10 @@ struct FaultShim {
     // After `spared` more calls that work, the next `times` ones fail and leave `error` in errno, or errno alone if it
     // is 0. A close that fails leaves the descriptor open, except with EINTR.
     struct Fault {
-        std::string call; // as it is noted, or "malloc" or "calloc", or "secure": the process has raised privileges
+        // As it is noted; or "stat", "fstat", "chmod"; "malloc", "calloc", "realloc", or "memory" for any of them,
+        // C++'s and the loader's; "short read" and "short write", which do half; "secure": the process has raised
+        // privileges.
+        std::string call;
         int error, times = 1, spared = 0;
     };
     explicit FaultShim(const std::vector<Fault>& planned = {});
@@ -29,7 +31,7 @@ struct FaultShim {
     std::size_t longest = 9999; // what reads and writes handle at most
     long long now = -1;         // the second that the clocks tell, if not -1
 
-    static constexpr bool allocationsCanFail = !addressSanitizer && !threadSanitizer; // otherwise they are not ours
+    static std::atomic<long> blocks; // of memory that the process has allocated and not yet freed
 };
 
 #endif
