@@ -55,8 +55,7 @@ int setWholeFileLock(int descriptor, short kind) {
     struct flock lock = {};
     lock.l_type = kind;
     lock.l_whence = SEEK_SET; // With start and length 0 this is the whole file, however long it becomes.
-    errno = 0;
-    return ::fcntl(descriptor, F_SETLK, &lock);
+    return uninterrupted([&] { return ::fcntl(descriptor, F_SETLK, &lock); });
 }
 
 bool closeDescriptor(int descriptor) {

@@ -123,7 +123,7 @@ int vor_safeWriteContents(VOR_FileHandle* handle, int writeMode, const char* buf
     const bool append = writeMode == 2;
     const CancellationShield shield;
     ErrnoOutcome reason;
-    if (replace && ::ftruncate(handle->descriptor, 0) == -1)
+    if (replace && uninterrupted([&] { return ::ftruncate(handle->descriptor, 0); }) == -1)
         return reason.failed(FileStatus::TruncateFailed);
     if ((replace || append) && ::lseek(handle->descriptor, 0, append ? SEEK_END : SEEK_SET) == -1)
         return reason.failed(FileStatus::SeekInWriteFailed);
