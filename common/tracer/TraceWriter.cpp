@@ -264,17 +264,20 @@ template <class Source> [[gnu::noinline]] bool TraceWriter::printLocked(const So
 template <class Change> void TraceWriter::redirect(Change change) {
     const ErrnoKeeper keeper;
     const CancellationShield shield;
+    const auto replace = [&]() ZEL_REQUIRES(outputMutex_) {
+        closeDestination();
+        stream_ = nullptr; // which may have been the file, should there be no memory for the change
+        change();
+    };
     if (inside && instance.load(std::memory_order_relaxed) == this) {
         const MutexGrabber output(outputMutex_);
-        closeDestination();
-        change();
+        replace();
         return;
     }
     const Inside scope;
     const MutexGrabber buffer(bufferMutex_);
     const MutexGrabber output(outputMutex_);
-    closeDestination();
-    change();
+    replace();
     drain();
 }
 
