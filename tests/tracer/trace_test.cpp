@@ -1,6 +1,7 @@
 #include "zel/zel.h"
 
 #include "support/CapturedTrace.h"
+#include "support/FaultShim.h"
 #include "support/TemporaryDirectory.h"
 
 #include <cerrno>
@@ -256,6 +257,21 @@ TEST_F(TraceWriter, TracesFromFirstToLast) {
     directory.file("trace", "old contents");
     EXPECT_PRED1(isWhole, run("ZEL_TEST_RAISED=1 " + setting, "stdout"));
     EXPECT_EQ(directory.contents(path), "old contents") << "a caller must not choose where raised privileges write";
+}
+
+TEST_F(TraceWriter, ARingThatCannotGrowStaysWhole) {
+    const std::string longText(100, 'x');
+    Tracer tracer;
+    for (int i = 0; i < 300; ++i)
+        tracer.write(std::to_string(i), 0);
+    {
+        FaultShim shim({{"memory", ENOMEM, 9}});
+        EXPECT_THROW(tracer.write(longText, 0), std::bad_alloc);
+        Tracer("a name alone needs no memory", false);
+    }
+    setTraceCallback([](const char* text, int) { return (heard += text) += '\n', 0; });
+    EXPECT_EQ(heard.substr(0, 12), ": 46\n: 47\n: ");
+    EXPECT_NE(heard.find(": 299\n a name alone needs no memory(): Entering\n"), std::string::npos);
 }
 
 TEST(Queue, TurnsWithoutLosingOrder) {
