@@ -2,6 +2,7 @@
 #ifndef ZEL_TORTURE_REPORT_H
 #define ZEL_TORTURE_REPORT_H
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -18,7 +19,11 @@ public:
     long times(double eachMinute) const { return static_cast<long>(eachMinute * minutes_ + 0.5); }
 
     // Says what was lost, wherever it is noticed; the line of the table has the number.
-    static void complain(const std::string& what) { std::fprintf(stderr, "  lost: %s\n", what.c_str()); }
+    static void complain(const std::string& what) {
+        static std::atomic<int> left{20};
+        if (left-- > 0)
+            std::fprintf(stderr, "  lost: %s\n", what.c_str());
+    }
 
     // Ends a scenario.
     void line(const std::string& scenario, long tried, long lost) {
