@@ -5,8 +5,6 @@
 #include "persistence/FileTest.h"
 #include "support/Slots.h"
 
-#include <sys/wait.h>
-
 using namespace ZEL::RT;
 using namespace ZEL::EXCEPTIONS;
 using LocalFile = FileTest;
@@ -131,28 +129,4 @@ TEST_F(LocalFile, ARefusedUpdateIsOfferedAgainOnlyWhenAskedFor) {
            {update(refuse<PolicyException, -1083>, false), "PolicyException 0 "},
            {update(refuse<LogicException, -1082>, false), "LogicException 0 "},
            {update(refuse<PolicyException, -1082>, true), "PolicyException 0 "}});
-}
-
-TEST_F(LocalFile, NoUpdateOfEightProcessesIsLost) {
-    if (threadSanitizer)
-        GTEST_SKIP() << "counts the locks that a child makes anew as held since the fork";
-    directory.file("file", "0");
-    const auto count = [](int rounds) noexcept { // what is thrown ends the child
-        for (const auto file = getLocalFile("file"); rounds > 0;)
-            try {
-                const Lock lock = file->writeLock();
-                file->save(lock, std::to_string(std::stoi(file->retrieve(lock)) + 1));
-                --rounds;
-            } catch (const IOException& e) {
-                if (e.getEntryCode() != -1086)
-                    ::_exit(1);
-            }
-        ::_exit(0);
-    };
-    for (int child = 0; child < 8; ++child)
-        if (::fork() == 0)
-            count(50);
-    for (int status = -1; ::wait(&status) > 0;)
-        EXPECT_EQ(status, 0);
-    EXPECT_EQ(TemporaryDirectory::contents("file"), "400");
 }

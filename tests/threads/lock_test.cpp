@@ -5,7 +5,6 @@
 #include "support/Sanitizers.h"
 
 #include <cerrno>
-#include <csignal>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -80,26 +79,6 @@ TEST(Semaphore, CountsFromZeroAndReleasesAtLeastOnce) {
     EXPECT_EQ(semaphore.release(0) + semaphore.release(2), 0);
     EXPECT_TRUE(semaphore.acquire(0) && semaphore.acquire(0) && semaphore.acquire(0));
     EXPECT_EQ(::sem_trywait(reinterpret_cast<sem_t*>(&semaphore)), -1) << "more than three";
-}
-
-TEST(Semaphore, ASignalDoesNotEndTheWait) {
-    struct sigaction action {};
-    action.sa_handler = [](int) {};
-    ::sigaction(SIGUSR1, &action, nullptr);
-    ZEL::Semaphore ready(0, 0), semaphore(0, 0);
-    bool acquired = false;
-    std::thread waiting([&] {
-        ready.release(1);
-        acquired = semaphore.acquire(0);
-    });
-    ready.acquire(0);
-    for (int i = 0; i < 100; ++i) {
-        ::pthread_kill(waiting.native_handle(), SIGUSR1);
-        std::this_thread::yield();
-    }
-    semaphore.release(1);
-    waiting.join();
-    EXPECT_TRUE(acquired);
 }
 
 TEST(AtomicInt, CountsAcrossThreads) {

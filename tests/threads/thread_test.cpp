@@ -93,11 +93,6 @@ TEST(ThreadClass, AWaitedForThreadDoesNotCancelItsSuccessor) {
     EXPECT_TRUE(second.wait(0));
 }
 
-TEST(ThreadClass, DestructionCancelsAndGivesTheStackBack) {
-    for (int i = 0; i < 1500 && !HasFailure(); ++i) // more stacks than 32 bits can address
-        Running();
-}
-
 TEST(ThreadClass, WaitingCanBeCancelled) {
     if (threadSanitizer)
         GTEST_SKIP() << "it loses sight of threads cancelled in the system";

@@ -27,25 +27,6 @@ int useEverything() {
     return 2;
 }
 
-TEST(Fork, ChildUsesEverythingWhileOtherThreadsDo) {
-    if (addressSanitizer)
-        GTEST_SKIP() << "its own allocator is not made for this";
-    std::atomic<bool> stop{false};
-    const auto work = [&stop](bool dates) {
-        while (!stop) {
-            ZEL::Tracer("parent", true).printf("%d", dates);
-            if (dates)
-                ZEL::Date::getShortString(-1);
-        }
-    };
-    std::thread threads[] = {std::thread(work, true), std::thread(work, false), std::thread(work, false)};
-    for (int i = 0; i < 40; ++i)
-        EXPECT_EQ(statusOfChild(useEverything), 0);
-    stop = true;
-    for (std::thread& thread : threads)
-        thread.join();
-}
-
 TEST(Fork, ChildKeepsTheRecordsInMemory) {
     CapturedTrace(); // leaves an empty ring
     ZEL::Tracer().write("before the fork", 0);

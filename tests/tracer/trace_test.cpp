@@ -164,17 +164,6 @@ TEST_F(TraceWriter, AnExceptionIsTracedUntilTheTraceFailsAndLeft) {
     EXPECT_EQ(heard, "Entering;IOException;-9;Leaving;");
 }
 
-TEST_F(TraceWriter, ACallbackMaySwitchWhileAnotherThreadDoes) {
-    const auto switchBack = [](const char*, int) { return setTraceDefault(), 0; };
-    std::thread other([=] {
-        for (int i = 0; i < 2000; ++i)
-            setTraceCallback(switchBack);
-    });
-    for (int i = 0; i < 2000; ++i)
-        Tracer().write("x", 0);
-    other.join();
-}
-
 TEST_F(TraceWriter, WhatACallbackThrowsPassesOutWithLocksReleased) {
     const auto throwing = [](const char*, int) -> int { throw std::runtime_error("callback"); };
     setTraceCallback(throwing);
@@ -186,51 +175,6 @@ TEST_F(TraceWriter, WhatACallbackThrowsPassesOutWithLocksReleased) {
         EXPECT_THROW(tracer.write("x", 0), std::runtime_error);
     } // leaves in silence
     std::thread([] { setTraceDefault(); }).join();
-}
-
-TEST_F(TraceWriter, LinesOfThreadsAreWhole) {
-    const CapturedTrace trace;
-    const std::string text(50, 'y');
-    const auto work = [&] {
-        for (int i = 0; i < 20000; ++i)
-            Tracer().write(text, 0);
-    };
-    std::thread other(work);
-    work();
-    other.join();
-    std::istringstream lines(trace.text());
-    int count = 0;
-    for (std::string line; std::getline(lines, line); ++count)
-        ASSERT_EQ(line, ": " + text);
-    EXPECT_EQ(count, 40000);
-}
-
-TEST_F(TraceWriter, CancellationDoesNotCutALine) {
-    const TemporaryDirectory directory;
-    const std::string path = directory.path("trace");
-    setTraceToFile(path.c_str());
-    const auto traceOn = [](void* running) -> void* {
-        while (true) {
-            Tracer("cancelled", false);
-            static_cast<ZEL::Semaphore*>(running)->release(1);
-            ::pthread_testcancel();
-        }
-    };
-    for (int i = 0; i < 100; ++i) {
-        ZEL::Semaphore running(0, 0);
-        ZEL::RT::Thread thread(traceOn, &running);
-        ASSERT_EQ(thread.start(), 0);
-        running.acquire(0);
-        thread.close();
-        ASSERT_TRUE(thread.wait(0));
-    }
-    Tracer().write("last", 0);
-    setTraceDefault();
-    std::istringstream lines(directory.contents(path));
-    std::string line;
-    while (std::getline(lines, line) && line != ": last")
-        EXPECT_TRUE(line == " cancelled(): Entering" || line == " cancelled(): Leaving") << line;
-    EXPECT_EQ(line, ": last") << "the stream went bad";
 }
 
 // What the traced program printed with such an environment.
