@@ -96,7 +96,7 @@ constexpr void (*checks[])(Text) = {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    checkBytes<double, float, unsigned int, const void*>(data, size);
+    checkBytes<double, float, unsigned int, long long, const void*>(data, size);
     const std::string input(data, data + size);
     if (size <= longestText)
         return checks[static_cast<std::uint8_t>(input[size / 2]) % std::size(checks)](input), 0;

@@ -1,4 +1,5 @@
 /* The flat interface as a C99 program sees it: every record and every family of functions, used from end to end. */
+#include <malloc.h>
 #include <stdarg.h>
 #include <stdint.h>
 #include <stdio.h>
@@ -69,6 +70,7 @@ __attribute__((format(printf, 3, 4))) static int format(char* text, size_t count
 static void texts(void) {
     char text[8] = "abc", list[] = "a.b.c";
     char* lower = vor_safeToLower("MiXed \xc4 AND LONGER THAN IT SAYS", 2);
+    char* roomy = vor_safeToLower("A", 5000);
     char* state = NULL;
 
     CHECK(is(vor_safeStrcat(text, 8, "de", 2), "abcde") && is(vor_safeStrcpy(text, 8, "xyz", 2), "xy"));
@@ -76,6 +78,7 @@ static void texts(void) {
     CHECK(format(text, 4, "%s", "longer") == 6 && is(text, "lon") && format(NULL, 0, "%d", 123) == 3);
     CHECK(format(NULL, 4, "%d", 123) == -1 && vor_safeSprintf(NULL, 4, "%d", 1) == -1);
     CHECK(is(lower, "mixed \xc4 and longer than it says") && vor_safeFreeBuffer(lower) == 0);
+    CHECK(malloc_usable_size(roomy) > 5000 && vor_safeFreeBuffer(roomy) == 0);
     CHECK(vor_safeToLower(NULL, 1) == NULL && vor_safeToLower("A", SIZE_MAX) == NULL && vor_safeFreeBuffer(NULL) == 1);
     CHECK(vor_safeCharReplace(list, '.', '/') == 2 && vor_safeCharReplace(NULL, 'a', 'b') == 0);
     CHECK(vor_safeStrtok(NULL, "/", &state) == NULL && is(vor_safeStrtok(list, "/", &state), "a"));

@@ -10,7 +10,7 @@ TEST(Date, Forms) {
     ::setenv("TZ", "UTC0", 1);
     ::tzset();
     const std::pair<long, const char*> rows[] = {
-        {1324266296, "12/19/11  3:44:56 AM"},  {1324267500, "12/19/11  4:05:00 AM"},
+        {1324266296, "12/19/11  3:44:56 AM"},  {1324295999, "12/19/11 11:59:59 AM"},
         {1324296300, "12/19/11  0:05:00 PM"}, // noon
         {946684800, " 1/01/00  0:00:00 AM"},  // midnight
         {946684799, "12/31/99 11:59:59 PM"},   {-2, "12/31/69 11:59:58 PM"},
@@ -20,6 +20,7 @@ TEST(Date, Forms) {
         EXPECT_TRUE(ZEL::Date::getShortString(time) == text && ZEL::Date::getLongString(time) == text) << text;
     if (sizeof(long) == 8) {
         EXPECT_EQ(ZEL::Date::getShortString(LONG_MAX), " 1/00/00  0:00:00 AM") << "a year beyond the system's";
+        EXPECT_EQ(ZEL::Date::getShortString(static_cast<long>(-2208988801)), "12/31/99 11:59:59 PM") << "1899";
     }
 }
 

@@ -80,6 +80,9 @@ TEST_F(LocalFile, NoticesWhatOthersChangeAtTheCostOfTheseCallsAndScopes) {
              "save save saveContents saveContents getStats " + release},
         {at(1004, [&] { return getLocalFile("file")->isStale(); }), "0 77 isStale staleStats getStats ~LocalFileImpl "},
         {at(1004, size), "0 77 getFileSize getStats "},
+        {at(1004, [&] { return one->retrieve().empty() ? 0 : 1; }),
+         "0 77 open(0) cloexec rdlock end rewind read(0) unlock close retrieve " + lock +
+             "retrieve readContents readContents getStats " + release},
         {at(1005, [&] { return ::unlink("file"), size(); }),
          "100 2 getFileSize getStats Error -1 reading stats file; "},
         {at(1005, stale), "1 2 isStale staleStats getStats Error -1 reading stats file; "},

@@ -29,11 +29,11 @@ struct SafeFile : FileTest {
         const auto outcome = outcomeOf([&] { return vor_safeCloseFile(handle); }, faults);
         return outcome[0] == '0' || vor_safeCloseFile(handle) == 0 ? outcome : "a lost handle";
     }
-    std::string read(int mode, const Faults& faults = {}) const {
+    std::string read(int mode, const Faults& faults = {}, std::size_t longest = 3) const {
         char* buffer = const_cast<char*>("untouched");
         unsigned int length = 77;
         const auto read = [&, file = opened()] { return vor_safeReadContents(file.get(), mode, &buffer, &length); };
-        const auto outcome = outcomeOf(read, faults, 3);
+        const auto outcome = outcomeOf(read, faults, longest);
         const std::unique_ptr<char, int (*)(void*)> owner(buffer, vor_safeFreeBuffer);
         return outcome + (buffer != nullptr ? std::string(buffer, length) : "null" + std::to_string(length));
     }
@@ -70,6 +70,8 @@ TEST_F(SafeFile, MakesExactlyTheseCallsAndMapsEveryFailure) {
         {close({{"close", EINTR}}), "0 77 unlock close "},
         {read(1, {{"read", EINTR}}), "0 77 end rewind read(5) read(5) a\n"},
         {read(2), "0 77 rewind read(1024) read(1024) read(1024) rewind read(5) a\n"},
+        {read(2, {}, 1),
+         "0 77 rewind read(1024) read(1024) read(1024) read(1024) read(1024) read(1024) rewind read(5) a"},
         {read(3), "0 77 rewind read(0) "},
         {read(1, {{"end", EIO}}), "10 5 end null0"},
         {read(1, {{"rewind", EIO}}), "10 5 end rewind null0"},
@@ -82,15 +84,16 @@ TEST_F(SafeFile, MakesExactlyTheseCallsAndMapsEveryFailure) {
         {write(1, {{"truncate", EIO}}), "19 5 truncate(0) a\r\nbc"},
         {write(2, {{"end", EIO}}), "20 5 end a\r\nbc"},
         {write(1, {{"sync", EIO}}), "12 5 truncate(0) rewind write(4) sync wxy"},
+        {outcomeOf([] { return vor_safeFileExists("none", std::make_unique<int>().get()); }), "0 77 "},
         {outcomeOf([file = opened()] { return vor_safeSyncFile(file.get()); }, {{"sync", EIO}}), "12 5 sync "},
     });
     EXPECT_EQ(openFiles(), before + 3) << "three could not be closed";
 }
 
 TEST_F(SafeFile, CreatesFilesForEverybodyAndLosesItsLockWithAnyDescriptor) {
-    ::umask(007);
+    ::umask(020);
     opened(3, "new");
-    EXPECT_EQ(std::filesystem::status("new").permissions(), std::filesystem::perms(0660));
+    EXPECT_EQ(std::filesystem::status("new").permissions(), std::filesystem::perms(0646));
     const Handle handle = opened(1);
     EXPECT_TRUE(isLocked());
     ::close(::open("file", O_RDONLY));
@@ -130,6 +133,7 @@ TEST_F(SafeFile, AnswersNullWith1AndAMissingFileWithFailure) {
     const Handle owner = opened();
     VOR_FileHandle *file = owner.get(), *out = nullptr;
     VOR_FileStats stats = {1, 2, 3};
+    const VOR_FileStats longer = {9, 2, 3}, later = {1, 9, 3};
     char* to = nullptr;
     unsigned int length = 0;
     int exists[] = {7, 7, 7};
@@ -149,8 +153,9 @@ TEST_F(SafeFile, AnswersNullWith1AndAMissingFileWithFailure) {
               "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 ");
     EXPECT_EQ(listed(vor_safeFileExists(nullptr, &exists[0]), vor_safeFileExists("none", &exists[1]),
                      vor_safeFileExists("file", &exists[2]), vor_safeChmod("file", 0600), vor_safeChmod("none", 0600),
-                     vor_safeFileStats("none", &stats)),
-              "0 0 0 0 -1 -1 ");
+                     vor_safeFileStats("none", &stats), vor_safeCompareStats(&stats, &stats),
+                     vor_safeCompareStats(&stats, &longer), vor_safeCompareStats(&stats, &later)),
+              "0 0 0 0 -1 -1 0 1 1 ");
     EXPECT_EQ(listed(exists[0], exists[1], exists[2], stats.size, stats.modificationTime, stats.checkTime),
               "0 0 1 1 2 3 ");
 }

@@ -19,13 +19,15 @@ public:
 
     std::string text() const { return stream_.str(); }
 
-    // The records that have a text in them, as scopes: "function{ text; text; } ".
+    // The records that have a text in them, as scopes: "function{ text; text; } ". The library's have time and thread.
     std::string scopes(const std::string& wanted = "") const {
         std::string result;
         std::istringstream lines(text());
         for (std::string line; std::getline(lines, line);) {
             const std::size_t end = line.find("(): "), function = line.rfind(' ', end) + 1;
             const std::string record = line.substr(end + 4), opened = line.substr(function, end - function) + "{ ";
+            if (line.find(" Thread ") == std::string::npos)
+                result += "unstamped ";
             if (line.find(wanted) != std::string::npos)
                 result += record == "Entering" ? opened : record == "Leaving" ? "} " : record + "; ";
         }

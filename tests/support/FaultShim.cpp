@@ -128,8 +128,9 @@ int chmod(const char* path, mode_t mode) noexcept { return isDue("chmod") ? -1 :
 
 // Apart from the call that is cancelled: the address sanitizer does not clear a frame with objects that is unwound so.
 [[gnu::noinline]] static int sleepAtOnce(const struct timespec* time, struct timespec* left) {
+    const long long length = time->tv_sec * 1'000'000'000LL + time->tv_nsec;
     *left = {0, time->tv_nsec / 2};
-    return fails("sleep", 2 * left->tv_nsec) ? -1 : 0;
+    return fails("sleep", length) ? -1 : 0;
 }
 
 // Nobody sleeps in this program, but whoever would can be cancelled.

@@ -7,13 +7,14 @@
 #include <cerrno>
 #include <thread>
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 using ZEL::EXCEPTIONS::LockException;
 using ZEL::RT::AtomicInt;
 
-// So many of the thread's next locks and unlocks fail: the two functions below stand in the library's place.
-static thread_local int failingLocks = 0, failingUnlocks = 0, attempts = 0;
+// So many of the thread's next locks and unlocks fail, or mutexes: the functions below stand in the library's place.
+static thread_local int failingLocks = 0, failingUnlocks = 0, failingMutexes = 0, attempts = 0;
 
 ZEL_API int vor_lockMutex(void* mutex) {
     ++attempts;
@@ -22,6 +23,11 @@ ZEL_API int vor_lockMutex(void* mutex) {
 
 ZEL_API int vor_unlockMutex(void* mutex) {
     return failingUnlocks-- > 0 ? EPERM : ::pthread_mutex_unlock(static_cast<pthread_mutex_t*>(mutex));
+}
+
+ZEL_API int vor_initializeMutex(void* mutex) {
+    const auto real = reinterpret_cast<int (*)(void*)>(::dlsym(RTLD_NEXT, "vor_initializeMutex"));
+    return failingMutexes-- > 0 ? EAGAIN : real(mutex);
 }
 
 TEST(FlatMutex, IsRecursiveMadeOnceAndKeptWhileLocked) {
@@ -42,6 +48,10 @@ TEST(FlatMutex, IsRecursiveMadeOnceAndKeptWhileLocked) {
 }
 
 TEST(Mutex, FailuresNameTheirPlace) {
+    failingMutexes = 1;
+    EXPECT_EQ(failureOf([] { ZEL::Mutex(); }),
+              "LockException ZEL -1011 code: Mutex::Mutex() - Could not initialize mutex "
+              "common/threads/Mutex::Mutex() @16");
     ZEL::Mutex mutex;
     const std::string lock = "LockException ZEL -1012 code: Mutex::lock() - Could not lock mutex "
                              "common/threads/Mutex::lock() @35";
@@ -56,8 +66,9 @@ TEST(Mutex, FailuresNameTheirPlace) {
         EXPECT_EQ(failureOf([&] { mutex.unlock(); }),
                   "LockException ZEL -1013 code: Muttex::unlock() - Could not unlock mutex "
                   "common/threads/Mutex::unlock() @44");
+        failingUnlocks = 1; // in a destructor, which has nobody to tell
     }
-    EXPECT_EQ(mutex.unlock(), 0);
+    EXPECT_EQ(mutex.unlock() + mutex.unlock(), 0);
 }
 
 TEST(Mutex, AFailureIsNotReportedWithinTheReportOfAnother) {

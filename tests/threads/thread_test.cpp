@@ -4,9 +4,12 @@
 #include "support/Sanitizers.h"
 
 #include <cerrno>
+#include <csignal>
+#include <cstdint>
 
 #include <gtest/gtest.h>
 #include <sched.h>
+#include <unistd.h>
 
 using ZEL::Semaphore;
 using ZEL::RT::Thread;
@@ -39,6 +42,15 @@ TEST(FlatThread, NullsHaveTheirOwnCodes) {
     EXPECT_TRUE(vor_waitThread(0, 5) == -1 && vor_testThread(0) == 0 && vor_cancelThread(0) == -1);
     Thread none(nullptr, nullptr);
     EXPECT_TRUE(none.start() == -1 && !none.wait(0) && !none.isActive() && none.close());
+}
+
+TEST(FlatThread, NoThreadIsStartedWithoutRoomForItsStack) {
+    pthread_attr_t usual, vast;
+    ASSERT_EQ(::pthread_getattr_default_np(&usual) + ::pthread_getattr_default_np(&vast), 0);
+    ASSERT_EQ(::pthread_attr_setstacksize(&vast, SIZE_MAX / 4 * 3) + ::pthread_setattr_default_np(&vast), 0);
+    pthread_t handle = 77;
+    EXPECT_TRUE(vor_startThread(nothing, nullptr, &handle) == EAGAIN && handle == 77);
+    EXPECT_EQ(::pthread_setattr_default_np(&usual), 0);
 }
 
 TEST(FlatThread, HandlesOfJoinedThreadsAreNotShownToTheSystem) {
@@ -91,6 +103,33 @@ TEST(ThreadClass, AWaitedForThreadDoesNotCancelItsSuccessor) {
     EXPECT_TRUE(second.isActive());
     release.release(1);
     EXPECT_TRUE(second.wait(0));
+}
+
+TEST(ThreadClass, DestructionLetsGoOfThreadsThatHaveEndedOrWillNot) {
+    static pthread_t handle;
+    static pid_t id;
+    {
+        Running ended([](void* semaphore) -> void* {
+            handle = ::pthread_self();
+            id = ::gettid();
+            return static_cast<Semaphore*>(semaphore)->release(1), nullptr;
+        });
+        while (::tgkill(::getpid(), id, 0) == 0)
+            ::sched_yield();
+        EXPECT_EQ(vor_testThread(handle), 1);
+    }
+    EXPECT_EQ(vor_testThread(handle), 0);
+    static Semaphore leave(0, 0);
+    Running([](void* semaphore) -> void* {
+        ::pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, nullptr);
+        handle = ::pthread_self();
+        static_cast<Semaphore*>(semaphore)->release(1);
+        return leave.acquire(0), nullptr;
+    });
+    EXPECT_EQ(vor_waitThread(handle, 0), EINVAL) << "detached";
+    leave.release(1);
+    while (vor_testThread(handle) == 1)
+        ::sched_yield();
 }
 
 TEST(ThreadClass, WaitingCanBeCancelled) {

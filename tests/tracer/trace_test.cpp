@@ -2,6 +2,7 @@
 
 #include "support/CapturedTrace.h"
 #include "support/FaultShim.h"
+#include "support/Sanitizers.h"
 #include "support/TemporaryDirectory.h"
 
 #include <cerrno>
@@ -11,6 +12,8 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <malloc.h>
+#include <unistd.h>
 
 using ZEL::Tracer;
 using ZEL::RT::TraceRecord;
@@ -59,11 +62,13 @@ TEST(Tracer, WritesWhatItIsGiven) {
         tracer.writeln("c", nullptr, 0);
         tracer.printf("%s-%d", "f", 6);
         tracer.printf(7, "%c", 'g');
+        tracer.printf(static_cast<const char*>(nullptr));
         tracer.write(TraceRecord(Tracer("other", false), 8, "h"));
     }
-    EXPECT_EQ(trace.text(), ": w\n Class::op() @5: Entering\n Class::op() @2: a\n Class::op() @3: ab\n"
-                            " Class::op() @4: c\n Class::op(): c\n Class::op(): f-6\n Class::op() @7: g\n"
-                            " other(): Entering\n other() @8: h\n other(): Leaving\n Class::op(): Leaving\n");
+    EXPECT_EQ(trace.text(),
+              ": w\n Class::op() @5: Entering\n Class::op() @2: a\n Class::op() @3: ab\n"
+              " Class::op() @4: c\n Class::op(): c\n Class::op(): f-6\n Class::op() @7: g\n"
+              " Class::op(): \n other(): Entering\n other() @8: h\n other(): Leaving\n Class::op(): Leaving\n");
 }
 
 // Every message, its 1023 characters filled up to any point, comes out as the C library formats it.
@@ -90,6 +95,9 @@ TEST(Tracer, FormatsAsTheCLibraryDoes) {
     compare("%s", std::string(5000, 'y').c_str());
     // What only the C library can do, after what it need not.
     compare("%s %5d|%-4u|%08x|%.2s|%+d", "a", 42, 7U, 0xABU, "text", 1);
+    compare("%sd", "a");
+    compare("%x %ldu", 1U, -1L);
+    compare("%x %ldx", 1U, -1L);
     compare("%u %c %lld %zu %hd %ld %p", 1U, 'c', -1LL, std::size_t{3}, 4, -5L, static_cast<void*>(nullptr));
 }
 
@@ -110,6 +118,20 @@ TEST_F(TraceWriter, RingKeepsTheLast256InOrder) {
     }
 }
 
+TEST_F(TraceWriter, LongTextsTakeNoRoomBehindShortOnes) {
+    const auto write = [](const std::string& text) {
+        for (int i = 0; i < 256; ++i)
+            Tracer().write(text, 0);
+        const auto memory = ::mallinfo2();
+        return memory.uordblks + memory.hblkhd;
+    };
+    const std::size_t before = write("short"), filled = write(std::string(100'000, 'x'));
+    EXPECT_LT(write("short"), before + 1'000'000);
+    if (!addressSanitizer && !threadSanitizer) { // whose memory the C library does not know
+        EXPECT_GT(filled, before + 25'000'000);
+    }
+}
+
 TEST_F(TraceWriter, CallbackGetsTextAndLengthButNothingThatItTracesItself) {
     Tracer().write("kept", 0);
     setTraceCallback([](const char* text, int length) {
@@ -121,6 +143,22 @@ TEST_F(TraceWriter, CallbackGetsTextAndLengthButNothingThatItTracesItself) {
     Tracer().write("printed", 0);
     setTraceDefault();
     EXPECT_EQ(heard, ": kept/6;: printed/9;");
+}
+
+TEST_F(TraceWriter, RecordsArePlacedByHand) {
+    auto& writer = *ZEL::RT::TraceWriter::getInstance();
+    const auto record = [](const char* text) { return TraceRecord(Tracer(), 0, text); };
+    writer.addRecord(record("1"));
+    writer.printRecord(record("nowhere to print"));
+    writer.writeRecord(record("2"));
+    writer.flushRingBuffer();
+    std::ostringstream out;
+    setTraceToStream(&out);
+    writer.addRecord(record("5"));
+    writer.printRecord(record("3"));
+    writer.writeRecord(record("4"));
+    writer.flushRingBuffer();
+    EXPECT_EQ(out.str(), ": 1\n: 2\n: 3\n: 4\n: 5\n");
 }
 
 TEST_F(TraceWriter, FileIsEmptiedClosedAndLostWhenItCannotBeOpened) {
@@ -162,6 +200,15 @@ TEST_F(TraceWriter, AnExceptionIsTracedUntilTheTraceFailsAndLeft) {
     });
     const ZEL::EXCEPTIONS::IOException traced("file", "ZEL", -1085, "code", "text", nullptr, -1, nullptr);
     EXPECT_EQ(heard, "Entering;IOException;-9;Leaving;");
+}
+
+TEST_F(TraceWriter, ACallbackThatSwitchesClosesWhatItOpened) {
+    const int unused = ::dup(0);
+    ::close(unused);
+    setTraceCallback([](const char*, int) { return setTraceToFile("/dev/null"), setTraceDefault(), 0; });
+    Tracer().write("x", 0);
+    EXPECT_EQ(::dup(0), unused);
+    ::close(unused);
 }
 
 TEST_F(TraceWriter, WhatACallbackThrowsPassesOutWithLocksReleased) {
