@@ -23,8 +23,6 @@ int zel_verifyPassword(const char* passPhrase, const zel_PasswordPolicy* policy)
     bool upper = false, lower = false, digit = false, special = false;
     for (; passPhrase[length] != '\0'; ++length) {
         const int c = static_cast<unsigned char>(passPhrase[length]);
-        if (std::isspace(c))
-            return refused;
         if (std::isupper(c))
             upper = true;
         else if (std::islower(c))
