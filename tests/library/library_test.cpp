@@ -14,7 +14,9 @@
 #include <thread>
 
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
 
 using namespace ZEL::RT;
@@ -81,6 +83,22 @@ TEST(LibraryNames, NullsAndNoMemory) {
     EXPECT_EQ(vor_findLibrary("plain", large.c_str()), nullptr);
     EXPECT_EQ(vor_loadLibrary(large.c_str()), ::dlopen(nullptr, RTLD_NOW)); // the null name opens the main program
     ::setrlimit(RLIMIT_AS, &before);
+}
+
+// 1.5 GiB of text, three of which are too much for 32 bits, in the memory of 1 MiB.
+TEST_F(Loading, NamesThatDoNotFitTogetherHaveNoForm) {
+    if (sizeof(void*) != 4 || addressSanitizer)
+        GTEST_SKIP() << "there is room for them, or for none";
+    constexpr std::size_t piece = 1 << 20, size = 1536 * piece;
+    const int file = ::open(folder.file("piece", std::string(piece, 'x')).c_str(), O_RDONLY);
+    const int zeros = ::open("/dev/zero", O_RDONLY); // of which a page ends the text
+    char* const text = static_cast<char*>(::mmap(nullptr, size + 1, PROT_READ, MAP_PRIVATE, zeros, 0));
+    for (std::size_t at = 0; text != MAP_FAILED && at < size; at += piece)
+        EXPECT_NE(::mmap(text + at, piece, PROT_READ, MAP_SHARED | MAP_FIXED, file, 0), MAP_FAILED);
+    EXPECT_TRUE(text != MAP_FAILED && vor_formatLibraryName(text, text, text) == nullptr);
+    ::munmap(text, size + 1);
+    ::close(zeros);
+    ::close(file);
 }
 
 TEST_F(Loading, HappensOnceAndIsTraced) {
