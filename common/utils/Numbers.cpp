@@ -54,9 +54,9 @@ std::string_view withoutPlus(std::string_view text) {
     return text.substr(plus ? 1 : 0);
 }
 
-template <class Integer> bool readInteger(std::string_view text, Integer& value) {
+template <class Integer> void readInteger(std::string_view text, Integer& value) {
     text = withoutPlus(text);
-    return std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc();
+    std::from_chars(text.data(), text.data() + text.size(), value);
 }
 
 // What the stream takes in: one decimal point ahead of the exponent, one exponent behind a digit; a sign directly
@@ -79,26 +79,24 @@ std::string_view scanFloating(std::string_view text) {
     return text.substr(0, at);
 }
 
-template <class Floating> bool readFloating(std::string_view text, Floating& value) {
+template <class Floating> void readFloating(std::string_view text, Floating& value) {
     text = withoutPlus(scanFloating(text));
     const char* const end = text.data() + text.size();
     Floating read{};
     [[maybe_unused]] const DoubleRounding rounding;
     const std::from_chars_result result = std::from_chars(text.data(), end, read);
-    if (result.ec != std::errc() || result.ptr != end)
-        return false;
-    value = read;
-    return true;
+    if (result.ec == std::errc() && result.ptr == end)
+        value = read;
 }
 
 } // namespace
 
-template <class Number> bool readNumber(std::string_view text, Number& value) {
+template <class Number> void readNumber(std::string_view text, Number& value) {
     text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
     if constexpr (std::is_integral_v<Number>)
-        return readInteger(text, value);
+        readInteger(text, value);
     else
-        return readFloating(text, value);
+        readFloating(text, value);
 }
 
 template <class Number> std::string writeNumber(Number value) {
@@ -122,11 +120,11 @@ std::string writeAddress(const void* address) {
     return std::string(address != nullptr ? "0x" : "").append(digits);
 }
 
-template bool readNumber(std::string_view, int&);
-template bool readNumber(std::string_view, long&);
-template bool readNumber(std::string_view, long long&);
-template bool readNumber(std::string_view, float&);
-template bool readNumber(std::string_view, double&);
+template void readNumber(std::string_view, int&);
+template void readNumber(std::string_view, long&);
+template void readNumber(std::string_view, long long&);
+template void readNumber(std::string_view, float&);
+template void readNumber(std::string_view, double&);
 template std::string writeNumber(int);
 template std::string writeNumber(unsigned int);
 template std::string writeNumber(long);

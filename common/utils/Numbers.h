@@ -13,8 +13,7 @@ namespace ZEL {
 /// \c value is left alone if there is no number or it does not fit; a fraction too small for its type does not fit
 /// either, which is the one departure: the stream makes it 0.
 /// For int, long, long long, float and double.
-/// @return whether there was a number that fits.
-template <class Number> bool readNumber(std::string_view text, Number& value);
+template <class Number> void readNumber(std::string_view text, Number& value);
 
 /// The text that an output stream with the classic locale and default flags makes of \c value.
 /// For int, unsigned int, long, long long and double.
