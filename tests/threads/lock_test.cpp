@@ -4,11 +4,14 @@
 #include "support/Failure.h"
 #include "support/Sanitizers.h"
 
+#include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <thread>
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <sys/time.h>
 
 using ZEL::EXCEPTIONS::LockException;
 using ZEL::RT::AtomicInt;
@@ -90,6 +93,19 @@ TEST(Semaphore, CountsFromZeroAndReleasesAtLeastOnce) {
     EXPECT_EQ(semaphore.release(0) + semaphore.release(2), 0);
     EXPECT_TRUE(semaphore.acquire(0) && semaphore.acquire(0) && semaphore.acquire(0));
     EXPECT_EQ(::sem_trywait(reinterpret_cast<sem_t*>(&semaphore)), -1) << "more than three";
+}
+
+TEST(Semaphore, ASignalDoesNotEndTheWait) {
+    static ZEL::Semaphore semaphore(0, 0);
+    static std::atomic<int> alarms{0};
+    struct sigaction action {};
+    action.sa_handler = [](int) { ++alarms % 3 == 0 ? semaphore.release(1) : 0; };
+    ::sigaction(SIGALRM, &action, nullptr);
+    const itimerval often = {{0, 1000}, {0, 1000}}, never = {};
+    ::setitimer(ITIMER_REAL, &often, nullptr);
+    EXPECT_TRUE(semaphore.acquire(0));
+    ::setitimer(ITIMER_REAL, &never, nullptr);
+    EXPECT_GE(alarms, 3);
 }
 
 TEST(AtomicInt, CountsAcrossThreads) {
