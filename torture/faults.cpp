@@ -578,8 +578,7 @@ int main(int argc, char** argv) {
     std::signal(SIGALRM, giveUp);
     if (::chdir(path.c_str()) != 0)
         return 1;
-    Shared objects;
-    shared = &objects;
+    shared = new Shared; // which the other thread looks at to the very end
     ::pthread_barrier_init(&turn, nullptr, 2);
     std::thread(takeLocks).detach();
     Engine engine(report);
